@@ -1,0 +1,48 @@
+# SPDX-FileCopyrightText: Dravelin contributors
+# SPDX-License-Identifier: MIT
+
+# The library target, to which every folder adds its sources, and the settings that all of Dravelin's targets share.
+
+add_library(Dravelin SHARED)
+add_library(Dravelin::Dravelin ALIAS Dravelin)
+
+function(dravelin_target_defaults target)
+    set_target_properties(${target} PROPERTIES
+        AUTOMOC ON
+        CXX_STANDARD 20
+        CXX_STANDARD_REQUIRED ON
+        CXX_EXTENSIONS OFF
+        CXX_VISIBILITY_PRESET hidden
+        VISIBILITY_INLINES_HIDDEN ON)
+    target_compile_definitions(${target} PRIVATE
+        QT_NO_CAST_TO_ASCII QT_NO_KEYWORDS QT_NO_FOREACH QT_NO_JAVA_STYLE_ITERATORS)
+    target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Wold-style-cast
+        -Woverloaded-virtual $<$<BOOL:${DRAVELIN_WARNINGS_AS_ERRORS}>:-Werror>)
+endfunction()
+
+dravelin_target_defaults(Dravelin)
+target_compile_features(Dravelin PUBLIC cxx_std_20)
+target_compile_definitions(Dravelin PRIVATE DRAVELIN_BUILD)
+set_target_properties(Dravelin PROPERTIES
+    OUTPUT_NAME dravelin
+    EXPORT_NAME Dravelin
+    VERSION ${PROJECT_VERSION}
+    SOVERSION ${PROJECT_VERSION_MAJOR})
+target_include_directories(Dravelin
+    PUBLIC $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include> $<BUILD_INTERFACE:${PROJECT_BINARY_DIR}/include>
+    PRIVATE ${PROJECT_SOURCE_DIR})
+
+configure_file(${PROJECT_SOURCE_DIR}/cmake/version.h.in ${PROJECT_BINARY_DIR}/include/dravelin/version.h @ONLY)
+
+# dravelin_sources(HEADERS relative to include/dravelin ... SOURCES relative to the calling folder ...)
+# The public headers go through moc with the library and are installed with it.
+function(dravelin_sources)
+    cmake_parse_arguments(ARG "" "" "HEADERS;SOURCES" ${ARGN})
+    foreach(header IN LISTS ARG_HEADERS)
+        target_sources(Dravelin PRIVATE ${PROJECT_SOURCE_DIR}/include/dravelin/${header})
+        set_property(GLOBAL APPEND PROPERTY DRAVELIN_PUBLIC_HEADERS ${header})
+    endforeach()
+    foreach(source IN LISTS ARG_SOURCES)
+        target_sources(Dravelin PRIVATE ${CMAKE_CURRENT_SOURCE_DIR}/${source})
+    endforeach()
+endfunction()

@@ -1,0 +1,16 @@
+// SPDX-FileCopyrightText: Dravelin contributors
+// SPDX-License-Identifier: MIT
+
+#include <QtGui/QGuiApplication>
+
+#include <gtest/gtest.h>
+
+int main(int argc, char **argv)
+{
+    testing::InitGoogleTest(&argc, argv);
+    QGuiApplication application(argc, argv);
+    QCoreApplication::setOrganizationName(QStringLiteral("Dravelin"));
+    QCoreApplication::setApplicationName(QStringLiteral("tests"));
+    QCoreApplication::setApplicationVersion(QStringLiteral("1.2"));
+    return RUN_ALL_TESTS();
+}
