@@ -13,8 +13,8 @@
 
 namespace dravelin {
 
-/// The application's settings store: typed values by key, kept in one XML property list that survives crashes, full disks
-/// and other processes writing at the same time.
+/// The application's settings store: typed values by key, kept in one XML property list that survives crashes, full
+/// disks and other processes writing at the same time.
 ///
 ///     auto *defaults = dravelin::UserDefaults::standardUserDefaults();
 ///     defaults->setObject(12, "pages");
@@ -28,12 +28,12 @@ namespace dravelin {
 ///   4. registration: what registerDefaults() was given; in memory only
 ///
 /// Values are text, truth values, integers (64 bits), reals, dates (milliseconds), bytes, and lists and maps of these
-/// (QString, bool, integer types, float and double, QDateTime, QByteArray, QVariantList and QStringList, QVariantMap). They
-/// come back equal to what was stored; integers of every width as 64-bit integers, reals as double, dates in UTC. Any other
-/// value is refused: the log names key and type, and the entry stays as it was.
+/// (QString, bool, integer types, float and double, QDateTime, QByteArray, QVariantList and QStringList, QVariantMap).
+/// They come back equal to what was stored; integers of every width as 64-bit integers, reals as double, dates in UTC.
+/// Any other value is refused: the log names key and type, and the entry stays as it was.
 ///
-/// A change is visible at once in this process and reaches the disk with synchronize(); changes that nobody synchronises are
-/// written shortly after by the event loop, and at the end of the application. Use from one thread.
+/// A change is visible at once in this process and reaches the disk with synchronize(); changes that nobody
+/// synchronises are written shortly after by the event loop, and at the end of the application. Use from one thread.
 class DRAVELIN_EXPORT UserDefaults : public Object
 {
     Q_OBJECT
@@ -45,13 +45,14 @@ public:
     /// `<application>.plist` without an organisation. Set both names in QCoreApplication before the first call.
     [[nodiscard]] static UserDefaults *standardUserDefaults();
 
-    /// Makes `store` the standard one; empty brings the application's own store back. For tests, see ScopedUserDefaults.
-    /// \return what was set before, empty for the application's own store
+    /// Makes `store` the standard one; empty brings the application's own store back. For tests, see
+    /// ScopedUserDefaults. \return what was set before, empty for the application's own store
     static std::shared_ptr<UserDefaults> setStandardUserDefaults(std::shared_ptr<UserDefaults> store);
 
-    /// A store whose application domain is the file `filePath` (created with its directory at the first write) and which
-    /// has neither arguments nor a global domain, unless given.
-    explicit UserDefaults(const QString &filePath, const QString &globalFilePath = {}, const QStringList &arguments = {});
+    /// A store whose application domain is the file `filePath` (created with its directory at the first write) and
+    /// which has neither arguments nor a global domain, unless given.
+    explicit UserDefaults(const QString &filePath, const QString &globalFilePath = {},
+                          const QStringList &arguments = {});
 
     /// Writes what is still pending.
     ~UserDefaults() override;
@@ -70,10 +71,9 @@ public:
     /// \operation{removeObjectForKey:}
     void removeObjectForKey(const QString &key);
 
-    /// Writes pending changes so that they survive a power failure, merged with what other processes wrote meanwhile, and
-    /// takes in their changes. Within a Batch it does nothing.
-    /// \return false when the file could not be written or read; the old file stays, the pending changes stay pending, and
-    /// the log names file and cause
+    /// Writes pending changes so that they survive a power failure, merged with what other processes wrote meanwhile,
+    /// and takes in their changes. Within a Batch it does nothing. \return false when the file could not be written or
+    /// read; the old file stays, the pending changes stay pending, and the log names file and cause
     /// \operation{synchronize}
     bool synchronize();
 
