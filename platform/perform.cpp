@@ -39,6 +39,8 @@ bool isOfClass(const QMetaObject *metaObject, const QByteArray &name)
 
 bool objectFits(const MethodMatch &match, const QObject *object)
 {
+    if (match.takesAnyObject || !object)
+        return true;
     const QMetaObject *metaObject = object->metaObject();
     if (match.fittingClass.load(std::memory_order_relaxed) == metaObject)
         return true;
@@ -125,6 +127,10 @@ void describe(MethodMatch &match, const QMetaObject *metaObject, const SelectorR
     if (record.argumentCount == 1)
         match.parameter = match.method.parameterMetaType(0);
     match.passesDirectly = isPassedDirectly(kind, match.parameter);
+    match.takesAnyObject = match.parameter == QMetaType::fromType<QObject *>();
+    match.needsNoCheck = match.metacall && record.argumentCount <= 1 &&
+                         (record.argumentCount == 0 ||
+                          (match.passesDirectly && (kind != CallArgument::ObjectKind || match.takesAnyObject)));
 }
 
 /// Classes that moc made live as long as the program; those made at run time may go and leave their address to another.
@@ -145,6 +151,18 @@ MethodMatch *remember(SelectorRecord &record, std::unique_ptr<MethodMatch> match
     return match.release();
 }
 
+/// The match most used of all is the first, and most calls need no look at their argument.
+bool invokeFirst(QObject *target, const SelectorRecord &record, const QMetaObject *metaObject,
+                 const CallArgument &argument)
+{
+    const MethodMatch *match = record.matches.load(std::memory_order_acquire);
+    if (!match || match->metaObject != metaObject || match->kind != argument.kind() || !match->needsNoCheck)
+        return false;
+    void *arguments[] = {nullptr, const_cast<void *>(argument.data())};
+    match->metacall(target, QMetaObject::InvokeMetaMethod, match->index, arguments);
+    return true;
+}
+
 const MethodMatch *remembered(const SelectorRecord &record, const QMetaObject *metaObject, CallArgument::Kind kind)
 {
     for (auto *match = record.matches.load(std::memory_order_acquire); match; match = match->next) {
@@ -160,25 +178,6 @@ void invoke(QObject *target, const MethodMatch &match, void **arguments)
         match.metacall(target, QMetaObject::InvokeMetaMethod, match.index, arguments);
     else
         QMetaObject::metacall(target, QMetaObject::InvokeMetaMethod, match.index, arguments);
-}
-
-void *addressOf(const CallArgument &argument, QObject *&object, qint64 &integer)
-{
-    switch (argument.kind()) {
-    case CallArgument::ObjectKind:
-        object = argument.object();
-        return &object;
-    case CallArgument::IntegerKind:
-        integer = argument.integer();
-        return &integer;
-    case CallArgument::TextKind:
-        return const_cast<QString *>(&argument.text());
-    case CallArgument::VariantKind:
-        return const_cast<QVariant *>(&argument.variant());
-    case CallArgument::None:
-        break;
-    }
-    return nullptr;
 }
 
 QVariant toVariant(const CallArgument &argument)
@@ -218,11 +217,9 @@ bool invokeWith(QObject *target, const MethodMatch &match, const CallArgument &a
 {
     if (!match.passesDirectly)
         return invokeConverted(target, match, argument);
-    QObject *object = nullptr;
-    qint64 integer = 0;
-    void *arguments[] = {nullptr, addressOf(argument, object, integer)};
-    if (object && !objectFits(match, object))
+    if (argument.kind() == CallArgument::ObjectKind && !objectFits(match, argument.object()))
         return false;
+    void *arguments[] = {nullptr, const_cast<void *>(argument.data())};
     invoke(target, match, arguments);
     return true;
 }
@@ -240,17 +237,18 @@ bool invokeMatch(QObject *target, const SelectorRecord &record, const MethodMatc
     return true;
 }
 
-bool resolveAndInvoke(QObject *target, SelectorRecord &record, const CallArgument &argument)
+/// \param temporary holds the match of a class that may not be remembered
+const MethodMatch *lookUp(SelectorRecord &record, const QMetaObject *metaObject, CallArgument::Kind kind,
+                          std::unique_ptr<MethodMatch> &temporary)
 {
-    const QMetaObject *metaObject = target->metaObject();
-    auto match = std::make_unique<MethodMatch>();
-    describe(*match, metaObject, record, argument.kind());
-    if (!isPermanent(metaObject))
-        return invokeMatch(target, record, *match, argument);
-    return invokeMatch(target, record, *remember(record, std::move(match)), argument);
+    if (const MethodMatch *match = remembered(record, metaObject, kind))
+        return match;
+    temporary = std::make_unique<MethodMatch>();
+    describe(*temporary, metaObject, record, kind);
+    return isPermanent(metaObject) ? remember(record, std::move(temporary)) : temporary.get();
 }
 
-bool failed(const QObject *target, const Selector &operation)
+bool failed(const QObject *target, Selector operation)
 {
     const auto className = QLatin1String(target->metaObject()->className());
     logWarning(respondsTo(target, operation)
@@ -261,23 +259,41 @@ bool failed(const QObject *target, const Selector &operation)
 
 } // namespace
 
-bool respondsTo(const QObject *target, const Selector &operation)
+bool respondsTo(const QObject *target, Selector operation)
 {
     return target && !operation.isEmpty() &&
            findMethod(target->metaObject(), *operation.record(), CallArgument::None).isValid();
 }
 
-bool perform(QObject *target, const Selector &operation, const CallArgument &argument)
+bool perform(QObject *target, Selector operation, CallArgument argument)
 {
     if (!target)
         return false;
     if (operation.isEmpty())
         return failed(target, operation);
     SelectorRecord &record = *operation.record();
-    const MethodMatch *match = remembered(record, target->metaObject(), argument.kind());
-    const bool done =
-        match ? invokeMatch(target, record, *match, argument) : resolveAndInvoke(target, record, argument);
-    return done || failed(target, operation);
+    const QMetaObject *metaObject = target->metaObject();
+    if (invokeFirst(target, record, metaObject, argument))
+        return true;
+    std::unique_ptr<MethodMatch> temporary;
+    const MethodMatch *match = lookUp(record, metaObject, argument.kind(), temporary);
+    return invokeMatch(target, record, *match, argument) || failed(target, operation);
+}
+
+Method methodForSelector(const QObject *target, Selector operation, CallArgument::Kind kind)
+{
+    Method method;
+    if (!respondsTo(target, operation))
+        return method;
+    std::unique_ptr<MethodMatch> temporary;
+    const MethodMatch *match = lookUp(*operation.record(), target->metaObject(), kind, temporary);
+    method.m_operation = operation;
+    if (match->needsNoCheck && !temporary) {
+        method.m_metacall = match->metacall;
+        method.m_index = match->index;
+        method.m_kind = kind;
+    }
+    return method;
 }
 
 } // namespace dravelin

@@ -30,7 +30,9 @@ SelectorRecord *intern(const QByteArray &name)
 } // namespace
 
 SelectorRecord::SelectorRecord(const QByteArray &text)
-    : name(text), function(text.contains(':') ? text.first(text.indexOf(':')) : text), argumentCount(int(text.count(':')))
+    : name(text),
+      function(text.contains(':') ? text.first(text.indexOf(':')) : text),
+      argumentCount(int(text.count(':')))
 {}
 
 } // namespace detail

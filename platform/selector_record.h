@@ -23,6 +23,8 @@ struct MethodMatch
     int index = -1;
     QMetaType parameter; ///< invalid when the type is not known to Qt, such as a pointer to a class only declared
     bool passesDirectly = false; ///< the argument is handed over as it is
+    bool takesAnyObject = false;
+    bool needsNoCheck = false; ///< any argument of the kind can be handed over
     /// The class of the last object that was found to fit the parameter.
     std::atomic<const QMetaObject *> fittingClass = nullptr;
     MethodMatch *next = nullptr;

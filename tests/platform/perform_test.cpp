@@ -150,6 +150,21 @@ TEST(Perform, SaysWhatItCannotCall)
     EXPECT_FALSE(respondsTo(nullptr, "plain"));
 }
 
+TEST(Method, IsLookedUpOnceAndStillChecksItsArgument)
+{
+    LogRecorder log;
+    Receiver receiver;
+    QObject stranger;
+    const Method any = methodForSelector(&receiver, "objectArgument:");
+    const Method typed = methodForSelector(&receiver, "receiverArgument:");
+    EXPECT_TRUE(any(&receiver, &stranger));
+    EXPECT_TRUE(typed(&receiver, &receiver));
+    EXPECT_FALSE(typed(&receiver, &stranger));
+    EXPECT_EQ(receiver.calls, (QStringList{u""_s, u"receiver "_s}));
+    EXPECT_FALSE(methodForSelector(&receiver, "missing:").isValid());
+    EXPECT_FALSE(methodForSelector(nullptr, "plain").isValid());
+}
+
 TEST(Action, CallsByNameMemberAndCallable)
 {
     Receiver receiver;

@@ -6,19 +6,15 @@
 #include <dravelin/platform/export.h>
 
 #include <QtCore/QHashFunctions>
-#include <QtCore/QMetaType>
+#include <QtCore/QObject>
 #include <QtCore/QString>
-
-QT_BEGIN_NAMESPACE
-class QObject;
-class QVariant;
-QT_END_NAMESPACE
 
 namespace dravelin {
 
 namespace detail {
+struct MethodMatch;
 struct SelectorRecord;
-}
+} // namespace detail
 
 /// The name of an operation, such as "documentSavedAction:". Each colon stands for an argument; the text before the
 /// first one is the name of the C++ function. Cheap to copy and to compare; each name is kept once for the whole
@@ -64,10 +60,16 @@ public:
     CallArgument(const QVariant &value) noexcept : m_kind(VariantKind), m_variant(&value) {} // NOLINT
 
     [[nodiscard]] Kind kind() const noexcept { return m_kind; }
+    /// What the kind says; the others must not be asked for.
     [[nodiscard]] QObject *object() const noexcept { return m_object; }
     [[nodiscard]] qint64 integer() const noexcept { return m_integer; }
     [[nodiscard]] const QString &text() const noexcept { return *m_text; }
     [[nodiscard]] const QVariant &variant() const noexcept { return *m_variant; }
+    /// Where the object's address, the integer, the text or the value lies.
+    [[nodiscard]] const void *data() const noexcept
+    {
+        return m_kind == TextKind ? m_text : m_kind == VariantKind ? static_cast<const void *>(m_variant) : &m_object;
+    }
 
 private:
     Kind m_kind;
@@ -81,13 +83,52 @@ private:
 
 /// Whether the class of `target` has a function of the operation's name and number of arguments.
 /// False for no target and for an empty selector.
-[[nodiscard]] DRAVELIN_EXPORT bool respondsTo(const QObject *target, const Selector &operation);
+[[nodiscard]] DRAVELIN_EXPORT bool respondsTo(const QObject *target, Selector operation);
 
 /// Calls the operation, on the calling thread; its result is dropped. Objects are passed to parameters of their own
 /// class or a base of it, values are converted where Qt knows how. Of several functions that match, the one whose
 /// parameter fits the argument best is called, those of derived classes first. An operation without arguments ignores
 /// the one given. \return false when there is no target, or nothing that takes the argument: the log then names class
 /// and operation \cost a few nanoseconds after the first call of an operation on a class
-DRAVELIN_EXPORT bool perform(QObject *target, const Selector &operation, const CallArgument &argument = {});
+DRAVELIN_EXPORT bool perform(QObject *target, Selector operation, CallArgument argument = {});
+
+/// The function that an operation comes to on a class, looked up ahead: for calling the same thing very often.
+///
+///     const auto step = dravelin::methodForSelector(target, "step:");
+///     for (QObject *object : objects)
+///         step(target, object);
+class DRAVELIN_EXPORT Method
+{
+public:
+    /// Calls nothing.
+    Method() noexcept = default;
+
+    [[nodiscard]] bool isValid() const noexcept { return !m_operation.isEmpty(); }
+
+    /// As perform(). `target` is of the class that the method was looked up for.
+    bool operator()(QObject *target, CallArgument argument = {}) const
+    {
+        if (!m_metacall || m_kind != argument.kind())
+            return perform(target, m_operation, argument);
+        void *arguments[] = {nullptr, const_cast<void *>(argument.data())};
+        m_metacall(target, QMetaObject::InvokeMetaMethod, m_index, arguments);
+        return true;
+    }
+
+private:
+    friend DRAVELIN_EXPORT Method methodForSelector(const QObject *target, Selector operation, CallArgument::Kind kind);
+
+    QMetaObject::Data::StaticMetacallFunction m_metacall =
+        nullptr; ///< null when each call needs a look at its argument
+    int m_index = -1;
+    CallArgument::Kind m_kind = CallArgument::None;
+    Selector m_operation;
+};
+
+/// Looks an operation up on the class of `target` for arguments of one kind.
+/// \return an invalid method when the class does not have the operation
+/// \operation{methodForSelector:}
+[[nodiscard]] DRAVELIN_EXPORT Method methodForSelector(const QObject *target, Selector operation,
+                                                       CallArgument::Kind kind = CallArgument::ObjectKind);
 
 } // namespace dravelin
