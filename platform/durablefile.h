@@ -28,7 +28,7 @@ public:
     [[nodiscard]] QString path() const { return m_path; }
 
     /// Whether the file is another one than that last read or written here; true before the first read.
-    /// \cost three system calls
+    /// \cost four system calls
     [[nodiscard]] bool isChanged();
 
     enum class Content { Present, Absent, Unreadable };

@@ -10,6 +10,7 @@
 #include <QtCore/QTimeZone>
 #include <QtCore/QXmlStreamReader>
 
+#include <algorithm>
 #include <charconv>
 
 namespace dravelin {
@@ -20,19 +21,17 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
+bool isUnitDigit(QChar c) { return (c >= u'0' && c <= u'9') || (c >= u'a' && c <= u'f'); }
+
 /// The text behind the escaped form; text that only looks like it stands for itself.
 QString unescaped(const QString &text)
 {
     const QStringView units = text.startsWith(EscapePrefix) ? QStringView(text).mid(3) : QStringView();
-    if (units.isEmpty() || units.size() % 4 != 0)
+    if (units.isEmpty() || units.size() % 4 != 0 || !std::all_of(units.cbegin(), units.cend(), isUnitDigit))
         return text;
     QString result;
-    for (qsizetype i = 0; i < units.size(); i += 4) {
-        bool ok = false;
-        result.append(QChar(units.mid(i, 4).toUShort(&ok, 16)));
-        if (!ok || !units[i].isLetterOrNumber())
-            return text;
-    }
+    for (qsizetype i = 0; i < units.size(); i += 4)
+        result.append(QChar(units.mid(i, 4).toUShort(nullptr, 16)));
     return result;
 }
 

@@ -14,6 +14,7 @@
 #include <QtCore/QTimer>
 
 #include <optional>
+#include <utility>
 
 namespace dravelin {
 
@@ -137,9 +138,12 @@ bool UserDefaults::Private::exchange(QStringList *changed)
     const bool done = application.hasPending() ? application.write(&ours) : application.refresh(&ours);
     if (global)
         global->refresh(&shared);
-    for (const QString &key : ours + shared) {
-        const bool hidden = isHidden(key) || (!ours.contains(key) && application.contains(key));
-        if (!hidden && !changed->contains(key))
+    for (const QString &key : std::as_const(ours)) {
+        if (!isHidden(key))
+            changed->append(key);
+    }
+    for (const QString &key : std::as_const(shared)) {
+        if (!isHidden(key) && !application.contains(key) && !changed->contains(key))
             changed->append(key);
     }
     return done;

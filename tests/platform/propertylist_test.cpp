@@ -152,7 +152,7 @@ TEST(PropertyList, ReadsWhatOtherToolsWrite)
         {"<string>a<!-- c -->b<![CDATA[<&]]></string>", u"ab<&"_s},
         {"<true></true>", true},
         {"<string>$u:12</string>", u"$u:12"_s},
-        {"<string>$u:+041</string>", u"$u:+041"_s},
+        {"<string>$u:0x41</string>", u"$u:0x41"_s},
         {"<dict><key>k</key><true/><key>k</key><false/></dict>", QVariantMap{{u"k"_s, false}}},
         {"<date>2024-02-29T23:59:58.5Z</date>", utc(2024, 2, 29, 500)}};
     for (const auto &[body, value] : rows) {

@@ -35,8 +35,8 @@ namespace dravelin {
 /// inside a list or map come back empty. Milliseconds are written only when there are some.
 ///
 /// Text and keys that XML cannot carry (control characters, lone surrogates, U+FFFE and U+FFFF) are written as `$u:`
-/// and the hexadecimal UTF-16 units, four digits each, and so is text that itself begins with `$u:`. Other readers see
-/// that form.
+/// and the hexadecimal UTF-16 units, four small digits each, and so is text that itself begins with `$u:`. Other
+/// readers see that form.
 ///
 /// Lists and maps nest at most 256 levels deep.
 

@@ -87,7 +87,7 @@ public:
     /// Writes pending changes so that they survive a power failure, merged with what other processes wrote meanwhile,
     /// and takes in their changes. Within a Batch it does nothing and returns true. \return false when the file could
     /// not be written or read; the old file stays, the pending changes stay pending (the event loop tries again every
-    /// half minute), and the log names file and cause \cost four system calls when nothing is pending and nobody else
+    /// half minute), and the log names file and cause \cost a microsecond when nothing is pending and nobody else
     /// wrote; otherwise two flushes of the disk. Waits up to three seconds for another process that is writing.
     /// \operation{synchronize}
     bool synchronize();
