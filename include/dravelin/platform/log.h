@@ -24,7 +24,7 @@ public:
     virtual ~LogSink();
 
     /// \param type QtInfoMsg or QtWarningMsg
-    /// \param line one line; line ends of the message have been written as the two characters \r or \n
+    /// \param line one line; line ends of the message have been written as the two characters `\r` or `\n`
     virtual void write(QtMsgType type, const QString &line) = 0;
 
     /// Replaces the process's sink; an empty pointer brings the default back.

@@ -1,0 +1,24 @@
+# SPDX-FileCopyrightText: Dravelin contributors
+# SPDX-License-Identifier: MIT
+
+# Debian packages of an installable build, one per component: cd build/release && cpack -G DEB
+
+set(CPACK_PACKAGE_NAME dravelin)
+set(CPACK_PACKAGE_CONTACT "Dravelin contributors <maintainers@dravelin.invalid>")
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "${PROJECT_DESCRIPTION}")
+set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
+set(CPACK_STRIP_FILES ON)
+
+set(CPACK_DEB_COMPONENT_INSTALL ON)
+set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+set(CPACK_DEBIAN_ENABLE_COMPONENT_DEPENDS ON)
+set(CPACK_DEBIAN_RUNTIME_PACKAGE_NAME libdravelin${PROJECT_VERSION_MAJOR})
+set(CPACK_DEBIAN_RUNTIME_PACKAGE_SECTION libs)
+set(CPACK_DEBIAN_RUNTIME_PACKAGE_SHLIBDEPS ON)
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME libdravelin-dev)
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS "qt6-base-dev, zlib1g-dev")
+
+include(CPack)
+cpack_add_component(Runtime)
+cpack_add_component(Development DEPENDS Runtime)

@@ -1,0 +1,16 @@
+#!/usr/bin/env bash
+# SPDX-FileCopyrightText: Dravelin contributors
+# SPDX-License-Identifier: MIT
+#
+# must-not-compile.sh MESSAGE COMPILER ARGUMENT...: succeeds when the compiler accepts the source as it is and, with
+# MUST_NOT_COMPILE defined, refuses it with MESSAGE.
+set -euo pipefail
+message=$1
+shift
+
+"$@" -fsyntax-only || { echo "It does not even compile without MUST_NOT_COMPILE."; exit 1; }
+if output=$("$@" -fsyntax-only -DMUST_NOT_COMPILE 2>&1); then
+    echo "It compiles with MUST_NOT_COMPILE defined."
+    exit 1
+fi
+grep -qF -- "$message" <<<"$output" || { printf '%s\nThe errors do not say "%s".\n' "$output" "$message"; exit 1; }
