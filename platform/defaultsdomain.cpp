@@ -113,8 +113,8 @@ QByteArray DefaultsDomain::content() const
     for (const Entry &entry : m_entries)
         size += entry.lines.size();
     QByteArray result;
-    result.reserve(size +
-                   qsizetype(sizeof propertylist::Header + sizeof propertylist::Footer + sizeof Open + sizeof Close));
+    result.reserve(size
+                   + qsizetype(sizeof propertylist::Header + sizeof propertylist::Footer + sizeof Open + sizeof Close));
     result.append(propertylist::Header).append(Open);
     for (const Entry &entry : m_entries)
         result.append(entry.lines);

@@ -120,8 +120,8 @@ bool sameTime(const timespec &a, const timespec &b) noexcept { return a.tv_sec =
 bool DurableFile::Version::operator==(const Version &other) const noexcept
 {
     const struct stat &a = status, &b = other.status;
-    return known && other.known && generation == other.generation && a.st_dev == b.st_dev && a.st_ino == b.st_ino &&
-           a.st_size == b.st_size && sameTime(a.st_mtim, b.st_mtim) && sameTime(a.st_ctim, b.st_ctim);
+    return known && other.known && generation == other.generation && a.st_dev == b.st_dev && a.st_ino == b.st_ino
+           && a.st_size == b.st_size && sameTime(a.st_mtim, b.st_mtim) && sameTime(a.st_ctim, b.st_ctim);
 }
 
 DurableFile::DurableFile(const QString &path) : m_path(QFileInfo(path).absoluteFilePath()) { resolve(); }
@@ -158,8 +158,8 @@ DurableFile::Content DurableFile::read(QByteArray *content)
     if (!file.isOpen() && errno != ENOENT)
         return failed("cannot be opened"), Content::Unreadable;
     if (file.isOpen()) {
-        if (::fstat(file.get(), &version.status) != 0 || !isRegular(version.status) ||
-            !readAll(file.get(), version.status.st_size, content))
+        if (::fstat(file.get(), &version.status) != 0 || !isRegular(version.status)
+            || !readAll(file.get(), version.status.st_size, content))
             return failed("cannot be read"), Content::Unreadable;
     }
     version.known = true;
@@ -203,8 +203,8 @@ bool DurableFile::replace(const QByteArray &content)
     const QByteArray beside = m_target + ".new";
     const FileDescriptor file = createAnew(beside);
     Version version;
-    const bool renamed = writeBeside(file, content) && (version.generation = m_lock.advance()) != 0 &&
-                         ::rename(beside.constData(), m_target.constData()) == 0;
+    const bool renamed = writeBeside(file, content) && (version.generation = m_lock.advance()) != 0
+                         && ::rename(beside.constData(), m_target.constData()) == 0;
     if (!renamed) {
         failed("cannot be written");
         ::unlink(beside.constData());

@@ -35,8 +35,8 @@ void adoptOwner(int fd, const QByteArray &pathOfOwned) noexcept
 {
     struct stat owned;
     // Without success the file is still good for whoever created it.
-    if (::geteuid() == 0 && ::stat(pathOfOwned.constData(), &owned) == 0 && owned.st_uid != 0 &&
-        ::fchown(fd, owned.st_uid, owned.st_gid) != 0)
+    if (::geteuid() == 0 && ::stat(pathOfOwned.constData(), &owned) == 0 && owned.st_uid != 0
+        && ::fchown(fd, owned.st_uid, owned.st_gid) != 0)
         errno = 0;
 }
 
@@ -58,8 +58,8 @@ bool FileLock::open(int flags)
 bool FileLock::isCurrent() const
 {
     struct stat ours, theirs;
-    return m_file.isOpen() && ::fstat(m_file.get(), &ours) == 0 && ::stat(m_path.constData(), &theirs) == 0 &&
-           ours.st_ino == theirs.st_ino && ours.st_dev == theirs.st_dev;
+    return m_file.isOpen() && ::fstat(m_file.get(), &ours) == 0 && ::stat(m_path.constData(), &theirs) == 0
+           && ours.st_ino == theirs.st_ino && ours.st_dev == theirs.st_dev;
 }
 
 quint64 FileLock::generation()

@@ -33,9 +33,9 @@ bool isAbsent(const QVariant &value) { return !value.isValid() || value.metaType
 
 bool isScalar(QMetaType type)
 {
-    return (type.id() >= QMetaType::Bool && type.id() <= QMetaType::Double) || type.id() == QMetaType::Float ||
-           (type.id() >= QMetaType::Long && type.id() <= QMetaType::UChar) ||
-           type.flags().testFlag(QMetaType::IsEnumeration);
+    return (type.id() >= QMetaType::Bool && type.id() <= QMetaType::Double) || type.id() == QMetaType::Float
+           || (type.id() >= QMetaType::Long && type.id() <= QMetaType::UChar)
+           || type.flags().testFlag(QMetaType::IsEnumeration);
 }
 
 /// An absent value as a property of the type takes it.

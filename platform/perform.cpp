@@ -128,9 +128,9 @@ void describe(MethodMatch &match, const QMetaObject *metaObject, const SelectorR
         match.parameter = match.method.parameterMetaType(0);
     match.passesDirectly = isPassedDirectly(kind, match.parameter);
     match.takesAnyObject = match.parameter == QMetaType::fromType<QObject *>();
-    match.needsNoCheck = match.metacall && record.argumentCount <= 1 &&
-                         (record.argumentCount == 0 ||
-                          (match.passesDirectly && (kind != CallArgument::ObjectKind || match.takesAnyObject)));
+    match.needsNoCheck = match.metacall && record.argumentCount <= 1
+                         && (record.argumentCount == 0
+                             || (match.passesDirectly && (kind != CallArgument::ObjectKind || match.takesAnyObject)));
 }
 
 /// Classes that moc made live as long as the program; those made at run time may go and leave their address to another.
@@ -261,8 +261,8 @@ bool failed(const QObject *target, Selector operation)
 
 bool respondsTo(const QObject *target, Selector operation)
 {
-    return target && !operation.isEmpty() &&
-           findMethod(target->metaObject(), *operation.record(), CallArgument::None).isValid();
+    return target && !operation.isEmpty()
+           && findMethod(target->metaObject(), *operation.record(), CallArgument::None).isValid();
 }
 
 bool perform(QObject *target, Selector operation, CallArgument argument)

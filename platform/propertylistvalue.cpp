@@ -24,8 +24,8 @@ QVariant refused(const QString &cause, QString *error)
 
 QVariant canonicalInteger(const QVariant &value)
 {
-    const bool isUnsigned = value.metaType().flags().testFlag(QMetaType::IsUnsignedEnumeration) ||
-                            value.typeId() == QMetaType::ULongLong || value.typeId() == QMetaType::ULong;
+    const bool isUnsigned = value.metaType().flags().testFlag(QMetaType::IsUnsignedEnumeration)
+                            || value.typeId() == QMetaType::ULongLong || value.typeId() == QMetaType::ULong;
     if (isUnsigned && value.toULongLong() > quint64(std::numeric_limits<qint64>::max()))
         return value.toULongLong();
     return value.toLongLong();

@@ -49,8 +49,8 @@ public:
 
     bool eventFilter(QObject *, QEvent *event) override
     {
-        if (event->type() == QEvent::DynamicPropertyChange &&
-            static_cast<QDynamicPropertyChangeEvent *>(event)->propertyName() == m_name) {
+        if (event->type() == QEvent::DynamicPropertyChange
+            && static_cast<QDynamicPropertyChangeEvent *>(event)->propertyName() == m_name) {
             const auto changed = m_changed; // the call may destroy this filter
             changed();
         }

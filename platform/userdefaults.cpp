@@ -27,8 +27,8 @@ constexpr int RetryMilliseconds = 30'000;
 
 bool isAbsent(const QVariant &value)
 {
-    return !value.isValid() || (value.typeId() == QMetaType::QString && value.toString().isNull()) ||
-           (value.typeId() == QMetaType::QByteArray && value.toByteArray().isNull());
+    return !value.isValid() || (value.typeId() == QMetaType::QString && value.toString().isNull())
+           || (value.typeId() == QMetaType::QByteArray && value.toByteArray().isNull());
 }
 
 /// The value as the file gives it back; invalid, and logged, when it cannot be stored.
@@ -104,8 +104,7 @@ void UserDefaults::Private::change(const QString &key, const QVariant &value)
         return;
     writeLater(WriteMilliseconds);
     if (!isHidden(key))
-        Q_EMIT
-    q->defaultsChanged({key});
+        Q_EMIT q->defaultsChanged({key});
 }
 
 /// Without an event loop, synchronize() and the store's end remain.
@@ -157,8 +156,7 @@ bool UserDefaults::Private::synchronize()
     if (application.hasPending())
         writeLater(RetryMilliseconds);
     if (!changed.isEmpty())
-        Q_EMIT
-    q->defaultsChanged(changed); // last: a slot may destroy the store
+        Q_EMIT q->defaultsChanged(changed); // last: a slot may destroy the store
     return done;
 }
 
@@ -220,8 +218,7 @@ void UserDefaults::registerDefaults(const QVariantMap &values)
         d->registration.insert(entry.key(), value);
     }
     if (!changed.isEmpty())
-        Q_EMIT
-    defaultsChanged(changed);
+        Q_EMIT defaultsChanged(changed);
 }
 
 bool UserDefaults::isWatching() const { return d->watch != nullptr; }
@@ -232,8 +229,7 @@ void UserDefaults::setWatching(bool watching)
         return;
     d->writeAtEndOfApplication();
     d->watch = watching ? std::make_unique<FileWatch>(d->files(), [this] { synchronize(); }) : nullptr;
-    Q_EMIT
-    watchingChanged();
+    Q_EMIT watchingChanged();
 }
 
 UserDefaults::Batch::Batch(UserDefaults *store) : m_store(store)

@@ -29,8 +29,8 @@ public:
     explicit Listener(const QString &name) { setObjectName(name); }
     Q_INVOKABLE void savedAction(dravelin::Notification *notification)
     {
-        heard << objectName() + u' ' + notification->name() +
-                     (notification->object() ? u' ' + notification->object()->objectName() : QString());
+        heard << objectName() + u' ' + notification->name()
+                     + (notification->object() ? u' ' + notification->object()->objectName() : QString());
     }
 };
 

@@ -60,7 +60,8 @@ public:
     [[nodiscard]] QVariant getNewValue() const;
 
     /// Delivers one change to the target. Called by the observation; the first two arguments and the last are not
-    /// looked at. \operation{observeValueForKeyPath:ofObject:change:context:}
+    /// looked at.
+    /// \operation{observeValueForKeyPath:ofObject:change:context:}
     void observeValueForKeyPath(const QString &keyPath, QObject *ofObject, const KeyValueChange &change, void *context);
 
 private:

@@ -110,7 +110,7 @@ public:
 private:
     Action(detail::ActionTarget target, std::function<void(Argument)> function)
         : m_state(std::make_shared<detail::ActionState<Argument>>(
-              detail::ActionState<Argument>{std::move(target), std::move(function)}))
+            detail::ActionState<Argument>{std::move(target), std::move(function)}))
     {}
 
     std::shared_ptr<const detail::ActionState<Argument>> m_state;

@@ -14,13 +14,14 @@
 
 namespace dravelin {
 
-/// The value of the property `key` of `object`, dynamic properties included; invalid for no object.
-/// Throws Exception (NSUndefinedKeyException) when the object has no such property.
+/// The value of the property `key` of `object`, dynamic properties included; invalid for no object. Throws Exception
+/// (NSUndefinedKeyException) when the object has no such property.
 /// \operation{valueForKey:}
 [[nodiscard]] DRAVELIN_EXPORT QVariant valueForKey(const QObject *object, const QString &key);
 
 /// As valueForKey(), along names joined by dots, such as "page.margin", each but the last naming a property that holds
-/// an object. Invalid when one of these holds none. \operation{valueForKeyPath:}
+/// an object. Invalid when one of these holds none.
+/// \operation{valueForKeyPath:}
 [[nodiscard]] DRAVELIN_EXPORT QVariant valueForKeyPath(const QObject *object, const QString &keyPath);
 
 /// Sets the property `forKey` of `object`, converting the value to the property's type. An absent value (invalid, or

@@ -77,7 +77,8 @@ public:
     void removeObserver(const QObject *observer);
 
     /// Removes the observer's registrations for `name` and `object`; absent text stands for every name, null for every
-    /// sender. \operation{removeObserver:name:object:}
+    /// sender.
+    /// \operation{removeObserver:name:object:}
     void removeObserver(const QObject *observer, const QString &name, const QObject *object = nullptr);
 
     /// \operation{postNotificationName:object:}

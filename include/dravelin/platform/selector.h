@@ -81,15 +81,16 @@ private:
     };
 };
 
-/// Whether the class of `target` has a function of the operation's name and number of arguments.
-/// False for no target and for an empty selector.
+/// Whether the class of `target` has a function of the operation's name and number of arguments. False for no target
+/// and for an empty selector.
 [[nodiscard]] DRAVELIN_EXPORT bool respondsTo(const QObject *target, Selector operation);
 
 /// Calls the operation, on the calling thread; its result is dropped. Objects are passed to parameters of their own
 /// class or a base of it, values are converted where Qt knows how. Of several functions that match, the one whose
 /// parameter fits the argument best is called, those of derived classes first. An operation without arguments ignores
-/// the one given. \return false when there is no target, or nothing that takes the argument: the log then names class
-/// and operation \cost a few nanoseconds after the first call of an operation on a class
+/// the one given.
+/// \return false when there is no target, or nothing that takes the argument: the log then names class and operation
+/// \cost a few nanoseconds after the first call of an operation on a class
 DRAVELIN_EXPORT bool perform(QObject *target, Selector operation, CallArgument argument = {});
 
 /// The function that an operation comes to on a class, looked up ahead: for calling the same thing very often.
