@@ -51,6 +51,8 @@ bool makeDirectories(const QByteArray &path)
         return false;
     if (::mkdir(path.constData(), 0700) != 0)
         return errno == EEXIST;
+    const FileDescriptor made(::open(path.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    adoptOwner(made.get(), above);
     return syncDirectory(above);
 }
 

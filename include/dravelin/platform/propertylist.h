@@ -50,8 +50,8 @@ namespace dravelin {
 [[nodiscard]] DRAVELIN_EXPORT QByteArray propertyListData(const QVariant &value, QString *error = nullptr);
 
 /// Reads an XML property list. Document types are ignored, those that declare entities are refused; a key that occurs
-/// twice keeps its last value. \return invalid when `data` is none; `error` then holds one line with line number and
-/// cause
+/// twice keeps its last value.
+/// \return invalid when `data` is none; `error` then holds one line with line number and cause
 [[nodiscard]] DRAVELIN_EXPORT QVariant propertyListFromData(const QByteArray &data, QString *error = nullptr);
 
 } // namespace dravelin

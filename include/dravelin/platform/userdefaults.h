@@ -57,13 +57,14 @@ public:
     [[nodiscard]] static UserDefaults *standardUserDefaults();
 
     /// Makes `store` the standard one; empty brings the application's own store back. For tests, see
-    /// ScopedUserDefaults. \return what was set before, empty for the application's own store
+    /// ScopedUserDefaults.
+    /// \return what was set before, empty for the application's own store
     static std::shared_ptr<UserDefaults> setStandardUserDefaults(std::shared_ptr<UserDefaults> store);
 
     /// A store whose application domain is the file `filePath` (created with its directory at the first write) and
-    /// which has neither arguments nor a global domain, unless given. \param arguments as QCoreApplication::arguments()
-    /// gives them, the program first. A pair is `-key value`, with one dash; a value may begin with a dash only when it
-    /// is a number. Of a key's pairs the last one counts.
+    /// which has neither arguments nor a global domain, unless given.
+    /// \param arguments as QCoreApplication::arguments() gives them, the program first. A pair is `-key value`, with
+    /// one dash; a value may begin with a dash only when it is a number. Of a key's pairs the last one counts.
     explicit UserDefaults(const QString &filePath, const QString &globalFilePath = {},
                           const QStringList &arguments = {});
 
@@ -77,7 +78,8 @@ public:
     [[nodiscard]] QVariant objectForKey(const QString &key) const;
 
     /// Sets the entry in the application domain. Nothing is pending when it had an equal value of the same type. An
-    /// absent value (invalid, or null text or bytes) removes it. \operation{setObject:forKey:}
+    /// absent value (invalid, or null text or bytes) removes it.
+    /// \operation{setObject:forKey:}
     void setObject(const QVariant &value, const QString &forKey);
 
     /// Removes the entry from the application domain; values of other domains stay visible.
@@ -85,10 +87,11 @@ public:
     void removeObjectForKey(const QString &key);
 
     /// Writes pending changes so that they survive a power failure, merged with what other processes wrote meanwhile,
-    /// and takes in their changes. Within a Batch it does nothing and returns true. \return false when the file could
-    /// not be written or read; the old file stays, the pending changes stay pending (the event loop tries again every
-    /// half minute), and the log names file and cause \cost a microsecond when nothing is pending and nobody else
-    /// wrote; otherwise two flushes of the disk. Waits up to three seconds for another process that is writing.
+    /// and takes in their changes. Within a Batch it does nothing and returns true.
+    /// \return false when the file could not be written or read; the old file stays, the pending changes stay pending
+    /// (the event loop tries again every half minute), and the log names file and cause
+    /// \cost a microsecond when nothing is pending and nobody else wrote; otherwise two flushes of the disk. Waits up
+    /// to three seconds for another process that is writing.
     /// \operation{synchronize}
     bool synchronize();
 
@@ -97,7 +100,8 @@ public:
     [[nodiscard]] QVariantMap dictionaryRepresentation() const;
 
     /// Adds to the registration domain: values for keys that have none elsewhere. Values that setObject() would refuse
-    /// are refused here too. \operation{registerDefaults:}
+    /// are refused here too.
+    /// \operation{registerDefaults:}
     void registerDefaults(const QVariantMap &values);
 
     /// While true, changes that other processes write are taken in as they happen, by the event loop. Off at first.
