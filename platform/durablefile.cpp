@@ -128,8 +128,11 @@ bool DurableFile::Version::operator==(const Version &other) const noexcept
 
 DurableFile::DurableFile(const QString &path) : m_path(QFileInfo(path).absoluteFilePath()) { resolve(); }
 
+/// Under the lock the target stays: a link that changes now must not lead to a file that is not locked.
 void DurableFile::resolve()
 {
+    if (m_locked)
+        return;
     m_target = linkTarget(QFile::encodeName(m_path));
     m_lock.setPath(m_target + ".lock");
 }
@@ -174,7 +177,14 @@ bool DurableFile::lock()
     resolve();
     if (!makeDirectories(directoryOf(m_target)))
         return failed("has no directory");
-    return m_lock.acquire() || failed("cannot be locked");
+    m_locked = m_lock.acquire();
+    return m_locked || failed("cannot be locked");
+}
+
+void DurableFile::unlock() noexcept
+{
+    m_lock.release();
+    m_locked = false;
 }
 
 bool DurableFile::mayReplace()

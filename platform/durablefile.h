@@ -39,7 +39,7 @@ public:
     /// Keeps other writers out until unlock(); creates the directory when absent.
     /// \return false with errorString() set
     [[nodiscard]] bool lock();
-    void unlock() noexcept { m_lock.release(); }
+    void unlock() noexcept;
 
     /// Replaces the content under the lock; it is on the disk, with its name, when this returns true. Permissions and
     /// owner are kept; a new file is the user's alone. A file that the user may not write is left alone.
@@ -72,6 +72,7 @@ private:
     QString m_path;
     QByteArray m_target; // the file behind m_path when that is a symbolic link
     FileLock m_lock;
+    bool m_locked = false;
     Version m_seen;
     QString m_error;
 };
