@@ -51,6 +51,8 @@ bool makeDirectories(const QByteArray &path)
         return false;
     if (::mkdir(path.constData(), 0700) != 0)
         return errno == EEXIST;
+    const FileDescriptor made(::open(path.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    adoptOwner(made.get(), above);
     return syncDirectory(above);
 }
 
@@ -126,8 +128,11 @@ bool DurableFile::Version::operator==(const Version &other) const noexcept
 
 DurableFile::DurableFile(const QString &path) : m_path(QFileInfo(path).absoluteFilePath()) { resolve(); }
 
+/// Under the lock the target stays: a link that changes now must not lead to a file that is not locked.
 void DurableFile::resolve()
 {
+    if (m_locked)
+        return;
     m_target = linkTarget(QFile::encodeName(m_path));
     m_lock.setPath(m_target + ".lock");
 }
@@ -172,7 +177,14 @@ bool DurableFile::lock()
     resolve();
     if (!makeDirectories(directoryOf(m_target)))
         return failed("has no directory");
-    return m_lock.acquire() || failed("cannot be locked");
+    m_locked = m_lock.acquire();
+    return m_locked || failed("cannot be locked");
+}
+
+void DurableFile::unlock() noexcept
+{
+    m_lock.release();
+    m_locked = false;
 }
 
 bool DurableFile::mayReplace()

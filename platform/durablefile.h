@@ -36,13 +36,15 @@ public:
     /// Reads the whole file; needs no lock.
     [[nodiscard]] Content read(QByteArray *content);
 
-    /// Keeps other writers out until unlock(); creates the directory when absent. \return false with errorString() set
+    /// Keeps other writers out until unlock(); creates the directory when absent.
+    /// \return false with errorString() set
     [[nodiscard]] bool lock();
-    void unlock() noexcept { m_lock.release(); }
+    void unlock() noexcept;
 
     /// Replaces the content under the lock; it is on the disk, with its name, when this returns true. Permissions and
-    /// owner are kept; a new file is the user's alone. A file that the user may not write is left alone. \return false
-    /// with errorString() set; the file then holds the old content or, if only the last flush failed, the new
+    /// owner are kept; a new file is the user's alone. A file that the user may not write is left alone.
+    /// \return false with errorString() set; the file then holds the old content or, if only the last flush failed,
+    /// the new
     [[nodiscard]] bool replace(const QByteArray &content);
 
     /// Renames the file, under the lock, to `<name>.damaged-<UTC time>`, with a number behind it when that exists.
@@ -70,6 +72,7 @@ private:
     QString m_path;
     QByteArray m_target; // the file behind m_path when that is a symbolic link
     FileLock m_lock;
+    bool m_locked = false;
     Version m_seen;
     QString m_error;
 };

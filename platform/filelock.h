@@ -27,7 +27,8 @@ public:
     void release() noexcept;
 
     /// Counts a replacement; to be called before it, so that a reader who sees the new count and the old file looks
-    /// again. \return the new count, 0 on failure
+    /// again.
+    /// \return the new count, 0 on failure
     [[nodiscard]] quint64 advance();
 
 private:

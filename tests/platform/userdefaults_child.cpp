@@ -10,6 +10,7 @@
 #include <QtCore/QCoreApplication>
 
 #include <cstdio>
+#include <cstdlib>
 
 namespace {
 
@@ -25,19 +26,30 @@ int writeOneByOne(dravelin::UserDefaults &store, const QString &prefix, int coun
     return 0;
 }
 
+[[noreturn]] void changeAndEnd(int argc, char **argv, const QString &prefix, bool quit)
+{
+    auto *defaults = dravelin::UserDefaults::standardUserDefaults(); // there is no application object yet
+    defaults->setObject(1, prefix + u'a');
+    {
+        QCoreApplication application(argc, argv);
+        defaults->setWatching(true);
+        defaults->setObject(2, prefix + u'b');
+        if (quit) {
+            QMetaObject::invokeMethod(&application, &QCoreApplication::quit, Qt::QueuedConnection);
+            std::_Exit(application.exec());
+        }
+    }
+    std::_Exit(0); // before the store's destructor could write
+}
+
 } // namespace
 
 int main(int argc, char **argv)
 {
     const QString prefix = QString::fromLocal8Bit(argv[2]);
-    if (qstrcmp(argv[1], "standard") == 0) {
-        // Without an application object at first.
-        dravelin::UserDefaults::standardUserDefaults()->setObject(1, prefix + u'a');
-        const QCoreApplication application(argc, argv);
-        dravelin::UserDefaults::standardUserDefaults()->setWatching(true);
-        dravelin::UserDefaults::standardUserDefaults()->setObject(2, prefix + u'b');
-        return 0;
-    }
-    dravelin::UserDefaults store(QString::fromLocal8Bit(argv[1]));
+    const QByteArray file(argv[1]);
+    if (file == "end" || file == "quit")
+        changeAndEnd(argc, argv, prefix, file == "quit");
+    dravelin::UserDefaults store(QString::fromLocal8Bit(file));
     return writeOneByOne(store, prefix, QByteArray(argv[3]).toInt());
 }

@@ -19,6 +19,7 @@
 #include <gtest/gtest.h>
 
 #include <sys/stat.h>
+#include <unistd.h>
 
 using namespace dravelin;
 using namespace Qt::StringLiterals;
@@ -264,6 +265,22 @@ TEST_F(UserDefaultsTest, KeepsLinksAndPermissions)
     EXPECT_EQ(modeOf(made), 0644U);
     EXPECT_EQ(UserDefaults(made).objectForKey(u"k"_s), QVariant(2));
     EXPECT_THAT(QDir(QFileInfo(made).path()).entryList(QDir::Files), ElementsAre(u"s.plist"_s, u"s.plist.lock"_s));
+}
+
+// What an administrator runs once must not lock the user out afterwards.
+TEST_F(UserDefaultsTest, LeavesTheFilesToTheOwnerOfTheDirectory)
+{
+    constexpr uint Somebody = 12345;
+    if (::chown(QFile::encodeName(directory.path()).constData(), Somebody, Somebody) != 0)
+        GTEST_SKIP() << "only the administrator can give files away";
+    const QString made = directory.filePath(u"new/s.plist"_s);
+    UserDefaults store(made);
+    for (int i = 0; i < 2; ++i) {
+        store.setObject(i, u"k"_s);
+        ASSERT_TRUE(store.synchronize());
+        for (const QString &name : {QFileInfo(made).path(), made, made + u".lock"_s})
+            EXPECT_EQ(QFileInfo(name).ownerId(), Somebody) << name.toStdString();
+    }
 }
 
 TEST_F(UserDefaultsTest, BatchesWriteOnceAtTheEnd)

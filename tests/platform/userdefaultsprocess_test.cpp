@@ -115,11 +115,14 @@ TEST(UserDefaultsProcesses, KeepWhatWasReportedWhenKilled)
 TEST(UserDefaultsProcesses, WriteTheStandardStoreAtTheEnd)
 {
     const QString path = qEnvironmentVariable("XDG_CONFIG_HOME") + u"/userdefaults_child.plist"_s;
-    QFile::remove(path);
-    Child child(u"standard"_s, u"k"_s, 0);
-    ASSERT_TRUE(child.waitForFinished());
-    EXPECT_EQ(child.exitCode(), 0);
-    EXPECT_EQ(propertyListFromData(contentOf(path)), QVariant(QVariantMap{{u"ka"_s, 1}, {u"kb"_s, 2}}));
+    for (const QString &how : {u"end"_s, u"quit"_s}) {
+        QFile::remove(path);
+        Child child(how, u"k"_s, 0);
+        ASSERT_TRUE(child.waitForFinished());
+        EXPECT_EQ(child.exitCode(), 0);
+        EXPECT_EQ(propertyListFromData(contentOf(path)), QVariant(QVariantMap{{u"ka"_s, 1}, {u"kb"_s, 2}}))
+            << how.toStdString();
+    }
 }
 
 TEST(UserDefaultsProcesses, DoNotWaitForASuspendedOneForEver)
