@@ -30,8 +30,7 @@ Exception::Exception(QString name, QString reason, QVariantMap userInfo)
       m_userInfo(std::move(userInfo)),
       m_callStack(returnAddresses()),
       m_what(m_reason.isEmpty() ? m_name.toUtf8() : (m_name + QLatin1String(": ") + m_reason).toUtf8())
-{
-}
+{}
 
 Exception::~Exception() = default;
 

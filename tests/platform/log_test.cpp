@@ -39,7 +39,8 @@ TEST(Log, GoesToTheCategoryByDefault)
 
 TEST(Exception, CarriesNameReasonAndStack)
 {
-    const Exception exception(QLatin1String(NSRangeException), QStringLiteral("index 3 beyond 2"), {{QStringLiteral("i"), 3}});
+    const Exception exception(QLatin1String(NSRangeException), QStringLiteral("index 3 beyond 2"),
+                              {{QStringLiteral("i"), 3}});
     EXPECT_STREQ(exception.what(), "NSRangeException: index 3 beyond 2");
     EXPECT_EQ(exception.userInfo().value(QStringLiteral("i")), QVariant(3));
     EXPECT_GT(exception.callStackReturnAddresses().size(), 3);

@@ -14,8 +14,8 @@
 
 namespace dravelin {
 
-/// What the library throws when a call cannot have a result at all: an unknown property name, an index outside its list.
-/// Ordinary failures are not thrown; they give absent results.
+/// What the library throws when a call cannot have a result at all: an unknown property name, an index outside its
+/// list. Ordinary failures are not thrown; they give absent results.
 ///
 ///     try {
 ///         dravelin::setValue(settings, 2.0, "zoom");
