@@ -3,6 +3,8 @@
 
 #include "durablefile.h"
 
+#include "fileflush.h"
+
 #include <QtCore/QDateTime>
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
@@ -205,7 +207,7 @@ bool DurableFile::writeBeside(const FileDescriptor &file, const QByteArray &cont
     adoptOwner(file.get(), exists ? m_target : directoryOf(m_target));
     if (exists && (present.st_mode & 07777) != 0600 && ::fchmod(file.get(), present.st_mode & 07777) != 0)
         return false;
-    return writeAll(file.get(), content) && retried([&] { return ::fdatasync(file.get()); }) == 0;
+    return writeAll(file.get(), content) && flushBeforeRename(file.get());
 }
 
 bool DurableFile::replace(const QByteArray &content)

@@ -43,8 +43,8 @@ public:
 
     /// Replaces the content under the lock; it is on the disk, with its name, when this returns true. Permissions and
     /// owner are kept; a new file is the user's alone. A file that the user may not write is left alone.
-    /// \return false with errorString() set; the file then holds the old content or, if only the last flush failed,
-    /// the new
+    /// \return false with errorString() set; the file then holds the old content or, if only the last flush failed, the
+    /// new
     [[nodiscard]] bool replace(const QByteArray &content);
 
     /// Renames the file, under the lock, to `<name>.damaged-<UTC time>`, with a number behind it when that exists.
