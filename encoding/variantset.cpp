@@ -92,9 +92,9 @@ VariantSet::VariantSet(const QVariantList &objects)
 bool VariantSet::contains(const QVariant &object) const
 {
     const auto bucket = m_buckets.constFind(keyOf(object));
-    return bucket != m_buckets.cend() &&
-           std::any_of(bucket->cbegin(), bucket->cend(),
-                       [&object](const QVariant &other) { return isEqual(object, other); });
+    return bucket != m_buckets.cend()
+           && std::any_of(bucket->cbegin(), bucket->cend(),
+                          [&object](const QVariant &other) { return isEqual(object, other); });
 }
 
 } // namespace dravelin::detail

@@ -51,8 +51,8 @@ std::optional<Record> read(const QByteArray &bytes)
     stream >> magic >> version;
     if (magic != Magic || version != Version)
         return {};
-    stream >> record.path >> id.device >> id.inode >> id.birthSeconds >> id.birthNanoseconds >> id.type >> id.handle >>
-        checksum;
+    stream >> record.path >> id.device >> id.inode >> id.birthSeconds >> id.birthNanoseconds >> id.type >> id.handle
+        >> checksum;
     const bool whole = stream.status() == QDataStream::Ok && stream.atEnd();
     if (!whole || checksum != qChecksum(QByteArrayView(bytes).chopped(qsizetype(sizeof checksum))))
         return {};
