@@ -77,8 +77,8 @@ private:
 /// calls the operation that bears the notification's name with "Action:" behind it.
 ///
 ///     dravelin::ObserverProxy observer(window);
-///     observer.addObserverForKey("documentSaved");                        // window->documentSavedAction(Notification
-///     *) observer.addObserverForKey("documentClosed", &Window::closed);      // checked by the compiler
+///     observer.addObserverForKey("documentSaved");                    // window->documentSavedAction(Notification *)
+///     observer.addObserverForKey("documentClosed", &Window::closed);  // checked by the compiler
 ///     dravelin::ObserverProxy::sendNotification("documentSaved", document);
 class DRAVELIN_EXPORT ObserverProxy : public Object
 {
