@@ -112,7 +112,7 @@ void notify()
     Window window;
     dravelin::ObserverProxy observer(&window);
     observer.addObserverForKey("documentSaved");                   // calls documentSavedAction(Notification *)
-    observer.addObserverForKey("documentClosed", &Window::closed); // checked by the compiler
+    observer.addObserverForKey("documentClosed", &Window::closed); // a member function
     dravelin::ObserverProxy::sendNotification("documentSaved", document);
     dravelin::ObserverProxy::sendNotification("documentClosed");
     //! [observer]
