@@ -4,6 +4,7 @@
 #include <dravelin/dravelin.h>
 
 #include <QtCore/QCoreApplication>
+#include <QtCore/QTemporaryFile>
 #include <QtCore/QTextStream>
 
 //! [record]
@@ -53,12 +54,16 @@ int main(int argc, char **argv)
     //! [manager]
     out << manager.dumpPreferences().replace('\r', '\n');
 
+    QTemporaryFile file;
+    if (!file.open())
+        return 1;
     //! [file]
-    const QString text = manager.exportPreferences(); // one line of ASCII, for a file
+    file.write(manager.exportPreferences().toLatin1());
     settings->setProperty("zoom", 4.0);
 
+    file.seek(0);
     QString message;
-    if (manager.importPreferences(text, &message))
+    if (manager.importPreferences(QString::fromLatin1(file.readAll()), &message))
         out << "imported, zoom " << settings->zoom << '\n';
     if (!manager.importPreferences("no such file", &message))
         out << message << '\n';
