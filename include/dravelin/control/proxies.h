@@ -77,8 +77,8 @@ private:
 /// calls the operation that bears the notification's name with "Action:" behind it.
 ///
 ///     dravelin::ObserverProxy observer(window);
-///     observer.addObserverForKey("documentSaved");                        // window->documentSavedAction(Notification
-///     *) observer.addObserverForKey("documentClosed", &Window::closed);      // checked by the compiler
+///     observer.addObserverForKey("documentSaved");                    // window->documentSavedAction(Notification *)
+///     observer.addObserverForKey("documentClosed", &Window::closed);  // checked by the compiler
 ///     dravelin::ObserverProxy::sendNotification("documentSaved", document);
 class DRAVELIN_EXPORT ObserverProxy : public Object
 {
@@ -103,7 +103,9 @@ public:
     /// \operation{addObserverForKey:fromObject:}
     void addObserverForKey(const QString &name, QObject *fromObject = nullptr);
 
-    /// Registers a member function of the target, or a callable, in place of the operation found by name.
+    /// Registers a member function of the target, or a callable, in place of the operation found by name. The compiler
+    /// checks the argument; of the target it knows only that it is a QObject: nothing is registered when it is not of the
+    /// function's class.
     template <class Operation>
     requires(!std::convertible_to<Operation, QObject *>) void addObserverForKey(const QString &name,
                                                                                 Operation operation,
