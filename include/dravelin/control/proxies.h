@@ -141,13 +141,17 @@ private:
     template <class Class, class Result, class... Parameters>
     Action<Notification *> makeAction(Result (Class::*function)(Parameters...)) const
     {
-        return Action<Notification *>(qobject_cast<Class *>(m_target.data()), function);
+        auto *target = qobject_cast<Class *>(m_target.data());
+        if (!target)
+            reportWrongClass(&Class::staticMetaObject);
+        return Action<Notification *>(target, function);
     }
     template <class Callable>
     Action<Notification *> makeAction(Callable callable) const
     {
         return Action<Notification *>(m_target.data(), std::move(callable));
     }
+    void reportWrongClass(const QMetaObject *wanted) const;
     void add(const QString &name, const Action<Notification *> &action, QObject *fromObject);
 
     QPointer<QObject> m_target;
