@@ -61,7 +61,7 @@ QString Bundle::pathForResource(const QString &name, const QString &ofType) cons
     const QStringList folders = QStringList(QFileInfo(executablePath()).path())
                                 << QStandardPaths::standardLocations(QStandardPaths::AppDataLocation) << u":"_s;
     for (const QString &folder : folders) {
-        const QString path = folder + u'/' + file;
+        QString path = folder + u'/' + file;
         if (QFileInfo(path).isFile())
             return path;
     }

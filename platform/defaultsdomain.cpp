@@ -47,11 +47,11 @@ bool DefaultsDomain::set(const QString &key, const QVariant &value)
             return false;
         m_entries.erase(present);
     } else {
-        Entry entry = makeEntry(key, value);
+        const Entry entry = makeEntry(key, value);
         // The lines tell apart what == does not: 1 and 1.0 and true, 0.0 and -0.0.
         if (exists && present->lines == entry.lines)
             return false;
-        m_entries.insert(key, std::move(entry));
+        m_entries.insert(key, entry);
     }
     m_pending.insert(key);
     return true;

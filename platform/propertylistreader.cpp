@@ -230,7 +230,7 @@ QVariant Reader::document()
 QVariant propertyListFromData(const QByteArray &data, QString *error)
 {
     propertylist::Reader reader(data);
-    const QVariant result = reader.document();
+    QVariant result = reader.document();
     if (!result.isValid() && error)
         *error = reader.error();
     return result;

@@ -56,7 +56,7 @@ QVariant canonicalMap(const QVariantMap &map, int levels, QString *error)
         QVariant value = canonical(*entry, levels, error);
         if (!value.isValid())
             return {};
-        result.insert(result.cend(), entry.key(), std::move(value));
+        result.insert(result.cend(), entry.key(), value);
     }
     return result;
 }

@@ -35,7 +35,7 @@ bool isAbsent(const QVariant &value)
 QVariant storable(const QVariant &value, const QString &key)
 {
     QString error;
-    const QVariant result = propertylist::canonical(value, propertylist::MaximumLevels - 1, &error);
+    QVariant result = propertylist::canonical(value, propertylist::MaximumLevels - 1, &error);
     if (!result.isValid())
         logWarning(u"\"%1\" keeps its value in the user defaults, which cannot hold %2"_s.arg(key, error));
     return result;

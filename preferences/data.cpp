@@ -19,9 +19,9 @@ namespace {
 template <class Item>
 void add(PreferenceData *record, const QString &name)
 {
-    auto item = std::make_shared<Item>(record, name);
+    const auto item = std::make_shared<Item>(record, name);
     if (PreferenceManager *manager = record->manager())
-        manager->addPreference(std::move(item));
+        manager->addPreference(item);
 }
 
 using Adder = void (*)(PreferenceData *, const QString &);

@@ -70,10 +70,10 @@ PreferenceManager::PreferenceManager(std::shared_ptr<PreferenceData> target, con
 
 PreferenceManager::~PreferenceManager() = default;
 
-void PreferenceManager::addPreference(std::shared_ptr<PreferenceItem> item)
+void PreferenceManager::addPreference(const std::shared_ptr<PreferenceItem> &item)
 {
     if (item && item->proxy())
-        m_items.insert(item->proxy()->keyPath(), std::move(item));
+        m_items.insert(item->proxy()->keyPath(), item);
 }
 
 void PreferenceManager::resetPreferencesToDefaults()

@@ -39,7 +39,7 @@ public:
 
     /// Keeps the item under its property's name, in place of an earlier one. Does not set the item's manager.
     /// \operation{addPreference:}
-    void addPreference(std::shared_ptr<PreferenceItem> item);
+    void addPreference(const std::shared_ptr<PreferenceItem> &item);
 
     /// The items by property name.
     [[nodiscard]] QMap<QString, std::shared_ptr<PreferenceItem>> preferenceItems() const { return m_items; }
