@@ -16,8 +16,8 @@ namespace dravelin {
 /// `QT_LOGGING_RULES="dravelin.info=false"` or `QLoggingCategory::setFilterRules`.
 [[nodiscard]] DRAVELIN_EXPORT const QLoggingCategory &logCategory();
 
-/// Where the library's log lines go. The default sink hands each to Qt's message handler under logCategory().
-/// May be called from any thread.
+/// Where the library's log lines go. The default sink hands each to Qt's message handler under logCategory(). May be
+/// called from any thread.
 class DRAVELIN_EXPORT LogSink
 {
 public:

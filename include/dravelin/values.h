@@ -1,0 +1,9 @@
+// SPDX-FileCopyrightText: Dravelin contributors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+/// \file
+/// Text forms of values and back.
+
+#include <dravelin/values/conversions.h>

@@ -1,0 +1,141 @@
+// SPDX-FileCopyrightText: Dravelin contributors
+// SPDX-License-Identifier: MIT
+
+#include <platform/fileidentity.h>
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/stat.h>
+
+#include <deque>
+#include <memory>
+#include <set>
+
+namespace dravelin::detail {
+
+namespace {
+
+constexpr int LevelsAbove = 3;
+
+QByteArray parentOf(const QByteArray &path)
+{
+    const qsizetype slash = path.lastIndexOf('/');
+    return slash > 0 ? path.left(slash) : QByteArrayLiteral("/");
+}
+
+QByteArray childOf(const QByteArray &directory, const char *name)
+{
+    return (directory.endsWith('/') ? directory : directory + '/') + name;
+}
+
+/// One search; directories are visited breadth first, each once.
+class Search
+{
+public:
+    Search(const FileIdentity &identity, int maximumEntries) : m_identity(identity), m_entriesLeft(maximumEntries) {}
+
+    QByteArray below(const QByteArray &root)
+    {
+        std::deque<QByteArray> pending{root};
+        QByteArray found;
+        for (; !pending.empty() && found.isNull() && m_entriesLeft > 0; pending.pop_front()) {
+            if (m_seen.insert(pending.front()).second)
+                found = visit(pending.front(), pending);
+        }
+        return found;
+    }
+
+private:
+    struct Close
+    {
+        void operator()(DIR *directory) const { closedir(directory); }
+    };
+    using Directory = std::unique_ptr<DIR, Close>;
+
+    QByteArray visit(const QByteArray &path, std::deque<QByteArray> &pending)
+    {
+        const Directory directory(opendir(path.constData()));
+        if (!directory || !isOnSameFileSystem(directory.get()))
+            return {};
+        while (const dirent *entry = readdir(directory.get())) {
+            const std::string_view name = entry->d_name;
+            if (name == "." || name == "..")
+                continue;
+            if (m_entriesLeft-- <= 0)
+                return {};
+            QByteArray child = childOf(path, entry->d_name);
+            if (isSought(*entry, child))
+                return child;
+            if (entry->d_type == DT_DIR)
+                pending.push_back(std::move(child));
+        }
+        return {};
+    }
+
+    // The directory already knows the inode, so hardly any entry has to be looked at by itself.
+    bool isSought(const dirent &entry, const QByteArray &path) const
+    {
+        if (entry.d_ino != m_identity.inode)
+            return false;
+        const auto identity = identityOf(path);
+        return identity && identity->isSameItem(m_identity);
+    }
+
+    bool isOnSameFileSystem(DIR *directory)
+    {
+        struct stat status;
+        if (fstat(dirfd(directory), &status) != 0)
+            return false;
+        if (!m_device)
+            m_device = status.st_dev;
+        return *m_device == status.st_dev;
+    }
+
+    const FileIdentity &m_identity;
+    int m_entriesLeft;
+    std::set<QByteArray> m_seen;
+    std::optional<dev_t> m_device;
+};
+
+} // namespace
+
+bool FileIdentity::isSameItem(const FileIdentity &other) const noexcept
+{
+    if (inode != other.inode || type != other.type || hasBirthTime() != other.hasBirthTime())
+        return false;
+    if (!hasBirthTime())
+        return device == other.device;
+    return birthSeconds == other.birthSeconds && birthNanoseconds == other.birthNanoseconds;
+}
+
+std::optional<FileIdentity> identityOf(const QByteArray &path)
+{
+    struct statx status = {};
+    constexpr unsigned Wanted = STATX_TYPE | STATX_INO | STATX_BTIME;
+    if (statx(AT_FDCWD, path.constData(), AT_SYMLINK_NOFOLLOW | AT_NO_AUTOMOUNT, Wanted, &status) != 0)
+        return {};
+    FileIdentity identity;
+    identity.device = quint64(status.stx_dev_major) << 32 | status.stx_dev_minor;
+    identity.inode = status.stx_ino;
+    identity.type = status.stx_mode & S_IFMT;
+    if (status.stx_mask & STATX_BTIME) {
+        identity.birthSeconds = status.stx_btime.tv_sec;
+        identity.birthNanoseconds = status.stx_btime.tv_nsec;
+    }
+    return identity;
+}
+
+QByteArray findMoved(const FileIdentity &identity, const QByteArray &oldPath, int maximumEntries)
+{
+    Search search(identity, maximumEntries);
+    QByteArray directory = parentOf(oldPath);
+    for (int level = 0; level <= LevelsAbove; ++level, directory = parentOf(directory)) {
+        if (QByteArray found = search.below(directory); !found.isNull())
+            return found;
+        if (directory == "/")
+            break;
+    }
+    return {};
+}
+
+} // namespace dravelin::detail

@@ -1,0 +1,36 @@
+// SPDX-FileCopyrightText: Dravelin contributors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <QtCore/QByteArray>
+
+#include <optional>
+
+namespace dravelin::detail {
+
+/// What tells a file, directory or link from every other one, past and present.
+struct FileIdentity
+{
+    quint64 device = 0;
+    quint64 inode = 0;
+    qint64 birthSeconds = 0; ///< a number reused for a new file does not bring the old birth time back
+    quint32 birthNanoseconds = 0;
+    quint16 type = 0; ///< the file-type bits of the mode
+
+    [[nodiscard]] bool hasBirthTime() const noexcept { return birthSeconds != 0 || birthNanoseconds != 0; }
+
+    /// Device numbers change when the system starts or a disk is plugged in again, so they count only where the file
+    /// system keeps no birth times.
+    [[nodiscard]] bool isSameItem(const FileIdentity &other) const noexcept;
+};
+
+/// Of the item at the path itself, without following a link at its end; nothing when there is none.
+[[nodiscard]] std::optional<FileIdentity> identityOf(const QByteArray &path);
+
+/// Looks for an item that used to be at `oldPath`: in its directory, below that, then below up to three levels above,
+/// never into other file systems, until `maximumEntries` directory entries were seen. \return the path, absent when not
+/// found
+[[nodiscard]] QByteArray findMoved(const FileIdentity &identity, const QByteArray &oldPath, int maximumEntries);
+
+} // namespace dravelin::detail
