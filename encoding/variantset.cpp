@@ -3,11 +3,16 @@
 
 #include <encoding/variantset.h>
 
+#include <algorithm>
+#include <cmath>
+
 namespace dravelin::detail {
 
 namespace {
 
-bool isNumber(QMetaType type)
+enum class Kind { Number, QObjectPointer, Text, Other };
+
+Kind kindOf(QMetaType type)
 {
     switch (type.id()) {
     case QMetaType::Bool:
@@ -24,28 +29,56 @@ bool isNumber(QMetaType type)
     case QMetaType::ULongLong:
     case QMetaType::Float:
     case QMetaType::Double:
-        return true;
+        return Kind::Number;
+    case QMetaType::QString:
+        return Kind::Text;
     default:
-        return type.flags().testFlag(QMetaType::IsEnumeration);
+        return type.flags().testFlag(QMetaType::PointerToQObject) ? Kind::QObjectPointer : Kind::Other;
     }
 }
 
-// Numbers that compare equal have equal doubles, save for those that wrap round to another sign: they share a bucket.
-size_t numberKey(double value) { return value >= 0 && value < 0x1p63 ? qHash(value) : 0; }
+/// Holds every number exactly.
+long double numberOf(const QVariant &object)
+{
+    const QMetaType type = object.metaType();
+    if (type.id() == QMetaType::Double || type.id() == QMetaType::Float)
+        return object.toDouble();
+    if (type.id() == QMetaType::ULongLong || type.id() == QMetaType::ULong)
+        return object.toULongLong();
+    return object.toLongLong();
+}
+
+QObject *pointerOf(const QVariant &object) { return *static_cast<QObject *const *>(object.constData()); }
 
 /// Equal objects have equal keys.
 size_t keyOf(const QVariant &object)
 {
-    const QMetaType type = object.metaType();
-    if (type.id() == QMetaType::QString)
+    switch (kindOf(object.metaType())) {
+    case Kind::Number: {
+        const auto number = double(numberOf(object));
+        return std::isnan(number) ? 0 : qHash(number);
+    }
+    case Kind::QObjectPointer:
+        return qHash(pointerOf(object));
+    case Kind::Text:
         return qHash(*static_cast<const QString *>(object.constData()));
-    if (type.flags().testFlag(QMetaType::IsEnumeration))
-        return numberKey(double(object.toLongLong()));
-    if (isNumber(type))
-        return numberKey(object.toDouble());
-    if (type.flags().testFlag(QMetaType::PointerToQObject))
-        return qHash(*static_cast<QObject *const *>(object.constData()));
-    return qHash(type.id());
+    case Kind::Other:
+        break;
+    }
+    return qHash(object.typeId());
+}
+
+bool isEqual(const QVariant &a, const QVariant &b)
+{
+    const Kind kind = kindOf(a.metaType());
+    if (kind != kindOf(b.metaType()))
+        return false;
+    if (kind == Kind::QObjectPointer)
+        return pointerOf(a) == pointerOf(b);
+    if (kind != Kind::Number)
+        return a.metaType() == b.metaType() && a == b;
+    const long double x = numberOf(a), y = numberOf(b);
+    return x == y || (std::isnan(x) && std::isnan(y));
 }
 
 } // namespace
@@ -59,7 +92,9 @@ VariantSet::VariantSet(const QVariantList &objects)
 bool VariantSet::contains(const QVariant &object) const
 {
     const auto bucket = m_buckets.constFind(keyOf(object));
-    return bucket != m_buckets.cend() && bucket->contains(object);
+    return bucket != m_buckets.cend()
+           && std::any_of(bucket->cbegin(), bucket->cend(),
+                          [&object](const QVariant &other) { return isEqual(object, other); });
 }
 
 } // namespace dravelin::detail

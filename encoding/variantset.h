@@ -8,7 +8,9 @@
 
 namespace dravelin::detail {
 
-/// Tells whether an object equals one of some others, as QVariant compares: numbers by value whatever their types.
+/// Whether an object equals one of some others: numbers by their exact value, whatever their types; pointers to
+/// QObjects by address; everything else only within its type, by the type's operator ==. (QVariant's own comparison
+/// holds the text "1" equal to the number 1, and -1 to 4294967295.)
 class VariantSet
 {
 public:

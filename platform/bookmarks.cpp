@@ -35,7 +35,7 @@ QByteArray write(const Record &record)
     QDataStream stream(&bytes, QIODevice::WriteOnly);
     const auto &id = record.identity;
     stream << Magic << Version << record.path << id.device << id.inode << id.birthSeconds << id.birthNanoseconds
-           << id.type;
+           << id.type << id.handle;
     stream << qChecksum(bytes);
     return bytes;
 }
@@ -51,7 +51,8 @@ std::optional<Record> read(const QByteArray &bytes)
     stream >> magic >> version;
     if (magic != Magic || version != Version)
         return {};
-    stream >> record.path >> id.device >> id.inode >> id.birthSeconds >> id.birthNanoseconds >> id.type >> checksum;
+    stream >> record.path >> id.device >> id.inode >> id.birthSeconds >> id.birthNanoseconds >> id.type >> id.handle
+        >> checksum;
     const bool whole = stream.status() == QDataStream::Ok && stream.atEnd();
     if (!whole || checksum != qChecksum(QByteArrayView(bytes).chopped(qsizetype(sizeof checksum))))
         return {};

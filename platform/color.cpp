@@ -97,8 +97,9 @@ QColor Color::toQColor() const
 
 bool operator==(const Color &a, const Color &b)
 {
-    return a.m_space == b.m_space && a.m_red == b.m_red && a.m_green == b.m_green && a.m_blue == b.m_blue &&
-           a.m_alpha == b.m_alpha && (a.m_image == b.m_image || (a.m_image && b.m_image && *a.m_image == *b.m_image));
+    return a.m_space == b.m_space && a.m_red == b.m_red && a.m_green == b.m_green && a.m_blue == b.m_blue
+           && a.m_alpha == b.m_alpha
+           && (a.m_image == b.m_image || (a.m_image && b.m_image && *a.m_image == *b.m_image));
 }
 
 QDebug operator<<(QDebug debug, const Color &color)

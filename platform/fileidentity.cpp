@@ -28,6 +28,19 @@ QByteArray childOf(const QByteArray &directory, const char *name)
     return (directory.endsWith('/') ? directory : directory + '/') + name;
 }
 
+/// Type and bytes of the kernel's handle for the item, absent where the file system has none.
+QByteArray handleOf(const QByteArray &path)
+{
+    alignas(file_handle) char buffer[sizeof(file_handle) + MAX_HANDLE_SZ] = {};
+    auto *handle = reinterpret_cast<file_handle *>(buffer);
+    handle->handle_bytes = MAX_HANDLE_SZ;
+    int mount = 0;
+    if (name_to_handle_at(AT_FDCWD, path.constData(), handle, &mount, 0) != 0)
+        return {};
+    const char *bytes = buffer + sizeof(file_handle);
+    return QByteArray::number(handle->handle_type) + QByteArray(bytes, qsizetype(handle->handle_bytes));
+}
+
 /// One search; directories are visited breadth first, each once.
 class Search
 {
@@ -103,6 +116,8 @@ bool FileIdentity::isSameItem(const FileIdentity &other) const noexcept
 {
     if (inode != other.inode || type != other.type || hasBirthTime() != other.hasBirthTime())
         return false;
+    if (!handle.isNull() && !other.handle.isNull() && handle != other.handle)
+        return false;
     if (!hasBirthTime())
         return device == other.device;
     return birthSeconds == other.birthSeconds && birthNanoseconds == other.birthNanoseconds;
@@ -122,6 +137,7 @@ std::optional<FileIdentity> identityOf(const QByteArray &path)
         identity.birthSeconds = status.stx_btime.tv_sec;
         identity.birthNanoseconds = status.stx_btime.tv_nsec;
     }
+    identity.handle = handleOf(path);
     return identity;
 }
 

@@ -17,6 +17,8 @@ struct FileIdentity
     qint64 birthSeconds = 0; ///< a number reused for a new file does not bring the old birth time back
     quint32 birthNanoseconds = 0;
     quint16 type = 0; ///< the file-type bits of the mode
+    QByteArray
+        handle; ///< where the file system gives one: it counts the inode's uses, also those in one tick of the clock
 
     [[nodiscard]] bool hasBirthTime() const noexcept { return birthSeconds != 0 || birthNanoseconds != 0; }
 

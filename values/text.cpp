@@ -50,8 +50,8 @@ QString strToMstr(const QString &text) { return checked(text, "strToMstr"_L1); }
 
 QUrl bookmarkToUrl(const QByteArray &bookmark)
 {
-    return BookmarkService::current()->resolve(bookmark, BookmarkService::NSURLBookmarkResolutionWithoutUI |
-                                                             BookmarkService::NSURLBookmarkResolutionWithoutMounting);
+    return BookmarkService::current()->resolve(bookmark, BookmarkService::NSURLBookmarkResolutionWithoutUI
+                                                             | BookmarkService::NSURLBookmarkResolutionWithoutMounting);
 }
 
 QByteArray urlToBookmark(const QUrl &url)

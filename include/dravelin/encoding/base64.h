@@ -23,7 +23,8 @@ namespace dravelin {
 DRAVELIN_EXPORT extern const char _base64EncodingTable[64];
 
 /// For each character code its value from 0 to 63; -1 for the white space that is skipped; -2 for everything else,
-/// vertical tab and the padding character included. \operation{_base64DecodingTable}
+/// vertical tab and the padding character included.
+/// \operation{_base64DecodingTable}
 DRAVELIN_EXPORT extern const qint16 _base64DecodingTable[256];
 
 /// \return absent text for empty or absent bytes: nothing has no Base64 form
@@ -37,9 +38,10 @@ DRAVELIN_EXPORT extern const qint16 _base64DecodingTable[256];
 
 /// Skips tabs, line feeds, form feeds, carriage returns and spaces anywhere. Padding may be missing, too much, or in
 /// the middle, but must not follow the first character of a group of four. A NUL ends the text. Bits left over at the
-/// end, a single last character among them, are dropped. \return empty bytes for empty text; absent bytes for absent
-/// text, for any other character outside the alphabet, vertical tab included, for misplaced padding, and for a
-/// non-ASCII character anywhere, even behind a NUL \operation{decodeBase64ToData}
+/// end, a single last character among them, are dropped.
+/// \return empty bytes for empty text; absent bytes for absent text, for any other character outside the alphabet,
+/// vertical tab included, for misplaced padding, and for a non-ASCII character anywhere, even behind a NUL
+/// \operation{decodeBase64ToData}
 [[nodiscard]] DRAVELIN_EXPORT QByteArray decodeBase64ToData(const QString &text);
 
 /// The decoded bytes as UTF-8 text.

@@ -80,7 +80,8 @@ void push(QList<T> &list, std::type_identity_t<T> object)
     list.append(std::move(object));
 }
 
-/// Removes the last object. \return it, or nothing when the list is empty
+/// Removes the last object.
+/// \return it, or nothing when the list is empty
 /// \operation{pop}
 template <typename T>
 Taken<T> pop(QList<T> &list)
@@ -156,7 +157,8 @@ void copy(QList<T> &list, qint64 from, qint64 toIndex)
 
 /// Moves the object at `from` to stand before the one that is now at `toIndex`, or at the end when there is none; does
 /// nothing when `from` is outside. So A B C D becomes B A C D by move(list, 0, 2), and A D B C by move(list, 3, 1). A
-/// negative `toIndex` moves to the end. \operation{move:toIndex:}
+/// negative `toIndex` moves to the end.
+/// \operation{move:toIndex:}
 template <typename T>
 void move(QList<T> &list, qint64 from, qint64 toIndex)
 {
@@ -170,9 +172,10 @@ void move(QList<T> &list, qint64 from, qint64 toIndex)
 ///
 /// Moves by value: every object equal to one of the moved ones goes, wherever it stands, and only one per row arrives.
 /// The rows arrive in place of the first `QVariant::fromValue(nullptr)` of the list, which is used to mark the place;
-/// in a list that holds such objects already the first of those is replaced and the mark stays. \return where the rows
-/// stand now \throws Exception NSRangeException for a row or place outside, and when a moved object is such a mark
-/// itself \cost linear for text, numbers and pointers; other objects are compared with each moved one of their type
+/// in a list that holds such objects already the first of those is replaced and the mark stays.
+/// \return where the rows stand now \throws Exception NSRangeException for a row or place outside, and when a moved
+/// object is such a mark itself
+/// \cost linear for text, numbers and pointers; other objects are compared with each moved one of their type
 /// \operation{moveRows:toIndex:}
 DRAVELIN_EXPORT Range moveRows(QVariantList &list, const std::set<qsizetype> &rows, qint64 toIndex);
 /// @}
@@ -195,7 +198,8 @@ DRAVELIN_EXPORT Range moveRows(QVariantList &list, const std::set<qsizetype> &ro
 [[nodiscard]] DRAVELIN_EXPORT QString leftString(const QString &text, qint64 count);
 
 /// All but the first `index` characters (not the last ones, whatever the name suggests); empty when there are no more
-/// or the index is negative. \operation{rightString:}
+/// or the index is negative.
+/// \operation{rightString:}
 [[nodiscard]] DRAVELIN_EXPORT QString rightString(const QString &text, qint64 index);
 
 /// The pieces between carriage returns after normalizeLineEndings() with mode 0; a final line break gives a final empty
@@ -204,8 +208,7 @@ DRAVELIN_EXPORT Range moveRows(QVariantList &list, const std::set<qsizetype> &ro
 [[nodiscard]] DRAVELIN_EXPORT QStringList splitIntoLines(const QString &text);
 
 /// Writes the line ends as mode 0 "\r", 1 "\r\n" or 2 "\n". What they are now is judged by the first carriage return
-/// alone:
-/// "\r\n" counts as done in every mode, and mixed line ends are not reconciled.
+/// alone: "\r\n" counts as done in every mode, and mixed line ends are not reconciled.
 /// \return absent text for any other mode, unless the text has no line ends
 /// \operation{normalizeLineEndings:}
 [[nodiscard]] DRAVELIN_EXPORT QString normalizeLineEndings(const QString &text, qint32 mode);

@@ -47,9 +47,11 @@ public:
 
     /// Where the item is now. The default service takes the old path when something is there, whatever it is; otherwise
     /// it looks for the same item in the old directory, then below and a few levels above it, on the same file system,
-    /// and gives up after 20,000 directory entries. \param stale receives true when the bookmark should be made anew:
-    /// the item has moved or another took its place; may be null \param error receives the cause in words when there is
-    /// no URL; may be null \return an empty URL when the item is not found or `bookmark` is no bookmark
+    /// and gives up after 20,000 directory entries.
+    /// \param stale receives true when the bookmark should be made anew: the item has moved or another took its place;
+    /// may be null
+    /// \param error receives the cause in words when there is no URL; may be null
+    /// \return an empty URL when the item is not found or `bookmark` is no bookmark
     [[nodiscard]] virtual QUrl resolve(const QByteArray &bookmark, quint64 options = 0, bool *stale = nullptr,
                                        QString *error = nullptr) = 0;
 

@@ -56,7 +56,8 @@ public:
     /// \param white 0 for black, 1 for white
     [[nodiscard]] static Color grey(double white, double alpha = 1);
     [[nodiscard]] static Color cmyk(double cyan, double magenta, double yellow, double black, double alpha = 1);
-    /// In sRGB. \param hue 0 to 1 once round the circle, from red over green and blue; beyond that it wraps
+    /// In sRGB.
+    /// \param hue 0 to 1 once round the circle, from red over green and blue; beyond that it wraps
     [[nodiscard]] static Color hsv(double hue, double saturation, double value, double alpha = 1);
     /// No colour when the image is null.
     [[nodiscard]] static Color pattern(const QImage &image);
@@ -81,7 +82,8 @@ public:
     [[nodiscard]] std::optional<Color> converted(Space to) const;
 
     /// Components beyond 0 to 1 give an extended-range QColor, with alpha clamped; components that are no numbers count
-    /// as 0. \return an invalid QColor for no colour and for a pattern
+    /// as 0.
+    /// \return an invalid QColor for no colour and for a pattern
     [[nodiscard]] QColor toQColor() const;
 
     /// Same space, same components, same image.

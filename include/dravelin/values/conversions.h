@@ -32,7 +32,8 @@ namespace dravelin {
 /// @{
 
 /// An optional sign and decimal digits. Beyond 32 bits the result is 2147483647 or -2147483648, so it always fits an
-/// int. \operation{strToInt}
+/// int.
+/// \operation{strToInt}
 [[nodiscard]] DRAVELIN_EXPORT qint64 strToInt(const QString &text);
 
 /// True when `Y`, `y`, `T`, `t` or a digit from 1 to 9 follows an optional sign and any number of zeros: "YES", "true",
@@ -41,7 +42,8 @@ namespace dravelin {
 [[nodiscard]] DRAVELIN_EXPORT bool strToBool(const QString &text);
 
 /// An optional sign, digits with an optional decimal point `.`, an optional exponent; rounded once, straight to a
-/// float. Too large gives an infinity, too small 0. No infinities, no hexadecimal numbers. \operation{strToFloat}
+/// float. Too large gives an infinity, too small 0. No infinities, no hexadecimal numbers.
+/// \operation{strToFloat}
 [[nodiscard]] DRAVELIN_EXPORT float strToFloat(const QString &text);
 
 /// As strToFloat(), in double precision.
@@ -163,7 +165,8 @@ inline constexpr qint64 NSDateComponentUndefined = std::numeric_limits<qint64>::
 DRAVELIN_EXPORT void convertDateToMDY(const QDateTime &date, qint64 &month, qint64 &day, qint64 &year);
 
 /// Writes NSDateComponentUndefined three times, whatever the date: callers receive no hour, minute or second from here.
-/// Kept for programs that rely on it; use QDateTime::time(). \operation{convertDateToHMS}
+/// Kept for programs that rely on it; use QDateTime::time().
+/// \operation{convertDateToHMS}
 DRAVELIN_EXPORT void convertDateToHMS(const QDateTime &date, qint64 &hour, qint64 &minute, qint64 &second);
 
 /// convertDateToMDY() of now.

@@ -1,0 +1,40 @@
+// SPDX-FileCopyrightText: Dravelin contributors
+// SPDX-License-Identifier: MIT
+
+#include "window.h"
+
+#include "preferences/preferencespage.h"
+
+#include <dravelin/version.h>
+
+#include <QtWidgets/QHBoxLayout>
+#include <QtWidgets/QListWidget>
+#include <QtWidgets/QStackedWidget>
+
+using namespace Qt::StringLiterals;
+
+Window::Window() : m_list(new QListWidget), m_stack(new QStackedWidget)
+{
+    setWindowTitle(u"Dravelin %1 gallery"_s.arg(QLatin1String(DRAVELIN_VERSION)));
+    auto *content = new QWidget;
+    auto *layout = new QHBoxLayout(content);
+    m_list->setFixedWidth(150);
+    m_list->setAccessibleName(u"Pages"_s);
+    layout->addWidget(m_list);
+    layout->addWidget(m_stack, 1);
+    setCentralWidget(content);
+    connect(m_list, &QListWidget::currentRowChanged, m_stack, &QStackedWidget::setCurrentIndex);
+
+    add(new PreferencesPage);
+    show(m_pages.constFirst());
+    resize(1120, 680);
+}
+
+void Window::add(Page *page)
+{
+    m_pages << page;
+    m_list->addItem(page->title());
+    m_stack->addWidget(page);
+}
+
+void Window::show(Page *page) { m_list->setCurrentRow(int(m_pages.indexOf(page))); }

@@ -1,0 +1,21 @@
+// SPDX-FileCopyrightText: Dravelin contributors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+/// \file
+/// What stands under all subsystems: objects, calls by name, observation, notifications, the settings store, colours.
+
+#include <dravelin/platform/action.h>
+#include <dravelin/platform/bookmarks.h>
+#include <dravelin/platform/bundle.h>
+#include <dravelin/platform/color.h>
+#include <dravelin/platform/exception.h>
+#include <dravelin/platform/keyvalue.h>
+#include <dravelin/platform/log.h>
+#include <dravelin/platform/notificationcenter.h>
+#include <dravelin/platform/object.h>
+#include <dravelin/platform/propertylist.h>
+#include <dravelin/platform/range.h>
+#include <dravelin/platform/selector.h>
+#include <dravelin/platform/userdefaults.h>
