@@ -14,16 +14,18 @@
 
 namespace {
 
-class Document : public dravelin::Object
+class Settings : public dravelin::PreferenceData
 {
     Q_OBJECT
-    Q_PROPERTY(int pages MEMBER pages NOTIFY pagesChanged)
+    Q_PROPERTY(double zoom MEMBER zoom NOTIFY zoomChanged)
 
 public:
-    int pages = 1;
+    void resetDefaultValues() override { setProperty("zoom", 1.0); }
+    void installPreferenceItems() override { addDoubleWithName("zoom"); }
+    double zoom = 0;
 
 Q_SIGNALS:
-    void pagesChanged();
+    void zoomChanged();
 };
 
 void check(bool holds, const char *what)
@@ -34,11 +36,18 @@ void check(bool holds, const char *what)
     }
 }
 
-void objectsAreShared()
+void settingsAreKept()
 {
-    auto document = std::make_shared<Document>();
-    check(dravelin::retain(document.get()) == document, "a shared object is retained");
-    check(document->setProperty("pages", 2) && document->pages == 2, "a property of a subclass is set");
+    const dravelin::ScopedUserDefaults isolated;
+    {
+        const auto settings = std::make_shared<Settings>();
+        const dravelin::PreferenceManager manager(settings);
+        check(settings->zoom == 1, "settings start with their defaults");
+        settings->setProperty("zoom", 2.5);
+    }
+    const auto settings = std::make_shared<Settings>();
+    const dravelin::PreferenceManager manager(settings);
+    check(settings->zoom == 2.5, "a changed setting is restored");
 }
 
 void exceptionsCrossTheLibrary()
@@ -60,7 +69,7 @@ void zlibComesAlong()
 int main(int argc, char **argv)
 {
     const QCoreApplication application(argc, argv);
-    objectsAreShared();
+    settingsAreKept();
     exceptionsCrossTheLibrary();
     zlibComesAlong();
     std::puts("Dravelin " DRAVELIN_VERSION ": the consumer works");
