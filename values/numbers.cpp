@@ -55,10 +55,19 @@ qsizetype skipExponent(QStringView text, qsizetype position)
     return end > digits ? end : position;
 }
 
-/// The number at the start of the text as the C functions write it, with a final 0 byte; only that when there is none.
-QVarLengthArray<char, 64> leadingNumber(const QString &text)
+using Bytes = QVarLengthArray<char, 64>;
+
+void appendAscii(Bytes &bytes, QStringView text)
 {
-    QVarLengthArray<char, 64> number;
+    const qsizetype start = bytes.size();
+    bytes.resize(start + text.size());
+    std::transform(text.begin(), text.end(), bytes.begin() + start, [](QChar c) { return char(c.unicode()); });
+}
+
+/// The number at the start of the text as the C functions write it, with a final 0 byte; only that when there is none.
+Bytes leadingNumber(const QString &text)
+{
+    Bytes number;
     QStringView rest = withoutLeadingSpace(text);
     if (startsWithSign(rest)) {
         if (rest.front() == u'-')
@@ -69,8 +78,7 @@ QVarLengthArray<char, 64> leadingNumber(const QString &text)
     if (mantissa == 0)
         number.clear();
     else
-        for (const QChar c : rest.first(skipExponent(rest, mantissa)))
-            number.append(c.toLatin1());
+        appendAscii(number, rest.first(skipExponent(rest, mantissa)));
     number.append('\0');
     return number;
 }

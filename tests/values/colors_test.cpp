@@ -51,6 +51,7 @@ TEST(ColorToString, PrintsTheCalibratedComponents)
         {Color::grey(0.25, 0.5), "0.250 0.250 0.250 0.500"},
         {Color::cmyk(0, 1, 0.5, 0.5), "0.500 0.000 0.250 1.000"},
         {Color::pattern(image), "0.000 0.000 0.000 0.000"},
+        {Qt::red, "1.000 0.000 0.000 1.000"},
         {Color(), "0.000 0.000 0.000 0.000"},
     };
     const DecimalComma comma;

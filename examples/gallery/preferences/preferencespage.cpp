@@ -123,6 +123,7 @@ QWidget *PreferencesPage::makeStoreView()
     m_store->setTabChangesFocus(true);
     m_store->setAccessibleName(tr("Store file"));
     m_store->setFont(QFont(u"Monospace"_s, 9));
+    m_store->setTabStopDistance(20);
     layout->addWidget(m_storePath);
     layout->addWidget(m_store);
     return view;

@@ -50,6 +50,7 @@ public:
     Color() = default;
     /// In sRGB; no colour when `color` is invalid.
     Color(const QColor &color);
+    Color(Qt::GlobalColor color) : Color(QColor(color)) {}
 
     [[nodiscard]] static Color calibratedRgb(double red, double green, double blue, double alpha = 1);
     [[nodiscard]] static Color srgb(double red, double green, double blue, double alpha = 1);
