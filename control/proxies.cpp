@@ -58,6 +58,14 @@ void ObserverProxy::addObserverForKey(const QString &name, QObject *fromObject)
     add(name, Action<Notification *>(m_target.data(), name + QLatin1String("Action:")), fromObject);
 }
 
+void ObserverProxy::reportWrongClass(const QMetaObject *wanted) const
+{
+    if (m_target) {
+        logWarning(QStringLiteral("ObserverProxy: a function of %1 cannot be called on its target, a %2")
+                       .arg(QLatin1String(wanted->className()), QLatin1String(m_target->metaObject()->className())));
+    }
+}
+
 void ObserverProxy::add(const QString &name, const Action<Notification *> &action, QObject *fromObject)
 {
     if (name.isNull()) {

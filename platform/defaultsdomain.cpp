@@ -75,17 +75,14 @@ bool DefaultsDomain::refresh(QStringList *changed)
     const DurableFile::Content found = m_file.read(&content);
     if (found == DurableFile::Content::Unreadable) {
         m_damaged = false;
-        logWarning(m_file.errorString());
-        return false;
+        return failed(m_file.errorString());
     }
     QString error;
     const auto values = found == DurableFile::Content::Absent ? QVariantMap() : parsed(content, &error);
     m_damaged = !values;
     if (values)
         replaceEntries(*values, changed);
-    else
-        logWarning(u"%1 is not a property list and is not used: %2"_s.arg(filePath(), error));
-    return !m_damaged;
+    return m_damaged ? failed(u"%1 is not a property list and is not used: %2"_s.arg(filePath(), error)) : true;
 }
 
 /// Takes over the file's values, except where a change of ours is pending.
@@ -124,8 +121,7 @@ QByteArray DefaultsDomain::content() const
 bool DefaultsDomain::write(QStringList *changed)
 {
     if (!m_file.lock()) {
-        logWarning(m_file.errorString());
-        return false;
+        return failed(m_file.errorString());
     }
     const auto unlock = qScopeGuard([this] { m_file.unlock(); });
     return writeLocked(changed);
@@ -136,20 +132,25 @@ bool DefaultsDomain::writeLocked(QStringList *changed)
     if (!refresh(changed) && (!m_damaged || !setAside()))
         return false;
     if (!m_file.replace(content())) {
-        logWarning(m_file.errorString());
-        return false;
+        return failed(m_file.errorString());
     }
     m_pending.clear();
     return true;
 }
 
+bool DefaultsDomain::failed(const QString &reason)
+{
+    logWarning(reason);
+    m_failure = reason;
+    return false;
+}
+
 bool DefaultsDomain::setAside()
 {
     const QString name = m_file.setAside();
-    logWarning(name.isNull() ? m_file.errorString()
-                             : u"%1 was damaged and has been set aside as %2"_s.arg(filePath(), name));
     if (name.isNull())
-        return false;
+        return failed(m_file.errorString());
+    logWarning(u"%1 was damaged and has been set aside as %2"_s.arg(filePath(), name));
     m_damaged = false;
     // No file holds them any more.
     for (auto entry = m_entries.cbegin(); entry != m_entries.cend(); ++entry)

@@ -42,6 +42,9 @@ public:
     /// list is set aside first; what it held when it last was one is written again.
     bool write(QStringList *changed);
 
+    /// The last failure's cause, as logged.
+    [[nodiscard]] QString failure() const { return m_failure; }
+
 private:
     struct Entry
     {
@@ -54,6 +57,7 @@ private:
     [[nodiscard]] static std::optional<QVariantMap> parsed(const QByteArray &content, QString *error);
     [[nodiscard]] bool writeLocked(QStringList *changed);
     [[nodiscard]] bool setAside();
+    bool failed(const QString &reason);
     void replaceEntries(const QVariantMap &values, QStringList *changed);
     [[nodiscard]] QByteArray content() const;
 
@@ -61,6 +65,7 @@ private:
     Entries m_entries;
     QSet<QString> m_pending;
     bool m_damaged = false;
+    QString m_failure;
 };
 
 } // namespace dravelin

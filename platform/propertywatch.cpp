@@ -29,7 +29,6 @@ public:
         if (id == 0 && call == QMetaObject::InvokeMetaMethod) {
             const auto changed = m_changed; // the call may destroy this hook
             changed();
-            return -1;
         }
         return id;
     }

@@ -153,10 +153,14 @@ bool UserDefaults::Private::synchronize()
     timer.stop();
     QStringList changed;
     const bool done = exchange(&changed);
-    if (application.hasPending())
+    const bool failed = application.hasPending();
+    if (failed)
         writeLater(RetryMilliseconds);
-    if (!changed.isEmpty())
-        Q_EMIT q->defaultsChanged(changed); // last: a slot may destroy the store
+    const QPointer<UserDefaults> store(q); // a slot may destroy it, so nothing of it is used after a signal
+    if (failed)
+        Q_EMIT store->writeFailed(application.failure());
+    if (store && !changed.isEmpty())
+        Q_EMIT store->defaultsChanged(changed);
     return done;
 }
 

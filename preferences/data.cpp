@@ -79,8 +79,7 @@ void PreferenceData::installManager(PreferenceManager *manager)
     if (m_manager == manager)
         return;
     m_manager = manager;
-    Q_EMIT
-    managerChanged();
+    Q_EMIT managerChanged();
 }
 
 void PreferenceData::resetDefaultValues() {}

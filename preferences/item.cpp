@@ -44,8 +44,7 @@ void PreferenceItem::setManager(PreferenceManager *manager)
     if (m_manager == manager)
         return;
     m_manager = manager;
-    Q_EMIT
-    managerChanged();
+    Q_EMIT managerChanged();
 }
 
 bool PreferenceItem::preferenceExists() const

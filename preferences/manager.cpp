@@ -139,8 +139,7 @@ bool PreferenceManager::importPreferences(const QString &text, QString *message)
             importLine(line);
         m_target->installPreferenceItems();
     }
-    Q_EMIT
-    preferencesImported();
+    Q_EMIT preferencesImported();
     return fail(message, u""_s);
 }
 

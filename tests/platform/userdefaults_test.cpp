@@ -241,7 +241,10 @@ TEST_F(UserDefaultsTest, RefusesWhereItCannotWrite)
         UserDefaults store(bad);
         store.setObject(1, u"k"_s);
         Q_UNUSED(log.take()) // some show on loading, and when the last store went
+        QString reason;
+        QObject::connect(&store, &UserDefaults::writeFailed, [&](const QString &text) { reason = text; });
         EXPECT_FALSE(store.synchronize()) << bad.toStdString();
+        EXPECT_EQ(QStringList{reason}, log.lines()) << bad.toStdString();
         EXPECT_THAT(log.take(), ElementsAre(testing::Truly([&](const QString &line) { return line.startsWith(bad); })));
         EXPECT_EQ(store.objectForKey(u"k"_s), QVariant(1));
     }

@@ -159,13 +159,14 @@ TEST_F(PreferenceManagerTest, SkipsLinesThatItCannotTake)
                                                  u""_s,
                                                  line(u"real"_s, u"2.25"_s),
                                              });
+    UserDefaults::standardUserDefaults()->setObject(u"kept"_s, u"text"_s);
     QString message;
     EXPECT_TRUE(manager.importPreferences(file, &message));
     EXPECT_EQ(message, u""_s);
     EXPECT_EQ(record->real, 2.25);
     EXPECT_EQ(record->number, 3);
     EXPECT_TRUE(record->flag);
-    EXPECT_EQ(stored("text"), QVariant(u"Ada"_s));
+    EXPECT_EQ(stored("text"), QVariant(u"kept"_s));
     EXPECT_FALSE(stored("unknown").isValid());
 }
 

@@ -7,6 +7,7 @@
 set -euo pipefail
 message=$1
 shift
+export LC_ALL=C
 
 "$@" -fsyntax-only || { echo "It does not even compile without MUST_NOT_COMPILE."; exit 1; }
 if output=$("$@" -fsyntax-only -DMUST_NOT_COMPILE 2>&1); then

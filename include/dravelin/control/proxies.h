@@ -77,8 +77,8 @@ private:
 /// calls the operation that bears the notification's name with "Action:" behind it.
 ///
 ///     dravelin::ObserverProxy observer(window);
-///     observer.addObserverForKey("documentSaved");                        // window->documentSavedAction(Notification
-///     *) observer.addObserverForKey("documentClosed", &Window::closed);      // checked by the compiler
+///     observer.addObserverForKey("documentSaved");                    // window->documentSavedAction(Notification *)
+///     observer.addObserverForKey("documentClosed", &Window::closed);  // checked by the compiler
 ///     dravelin::ObserverProxy::sendNotification("documentSaved", document);
 class DRAVELIN_EXPORT ObserverProxy : public Object
 {
@@ -103,7 +103,9 @@ public:
     /// \operation{addObserverForKey:fromObject:}
     void addObserverForKey(const QString &name, QObject *fromObject = nullptr);
 
-    /// Registers a member function of the target, or a callable, in place of the operation found by name.
+    /// Registers a member function of the target, or a callable, in place of the operation found by name. The compiler
+    /// checks the argument; of the target it knows only that it is a QObject: nothing is registered when it is not of the
+    /// function's class.
     template <class Operation>
     requires(!std::convertible_to<Operation, QObject *>) void addObserverForKey(const QString &name,
                                                                                 Operation operation,
@@ -139,13 +141,17 @@ private:
     template <class Class, class Result, class... Parameters>
     Action<Notification *> makeAction(Result (Class::*function)(Parameters...)) const
     {
-        return Action<Notification *>(qobject_cast<Class *>(m_target.data()), function);
+        auto *target = qobject_cast<Class *>(m_target.data());
+        if (!target)
+            reportWrongClass(&Class::staticMetaObject);
+        return Action<Notification *>(target, function);
     }
     template <class Callable>
     Action<Notification *> makeAction(Callable callable) const
     {
         return Action<Notification *>(m_target.data(), std::move(callable));
     }
+    void reportWrongClass(const QMetaObject *wanted) const;
     void add(const QString &name, const Action<Notification *> &action, QObject *fromObject);
 
     QPointer<QObject> m_target;

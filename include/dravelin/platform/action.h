@@ -35,6 +35,14 @@ private:
     Selector m_operation;
 };
 
+template <class Function, class Target, class Argument>
+concept MemberTaking = std::is_member_function_pointer_v<Function> &&(
+    std::invocable<Function, Target *, Argument> || std::invocable<Function, Target *>);
+
+template <class Callable, class Argument>
+concept CallableTaking =
+    !std::is_member_pointer_v<Callable> && (std::invocable<Callable &, Argument> || std::invocable<Callable &>);
+
 template <class Argument>
 struct ActionState
 {
@@ -63,22 +71,20 @@ public:
     Action(QObject *target, const char *operation) : Action(target, Selector(operation)) {}
     Action(QObject *target, const QString &operation) : Action(target, Selector(operation)) {}
 
-    /// A member function that takes the argument, or none.
-    template <class Target, class Class, class Result, class... Parameters>
-    requires std::derived_from<Target, Class> &&(sizeof...(Parameters) <= 1)
-        Action(Target *target, Result (Class::*function)(Parameters...))
+    /// A member function of the target that takes the argument, or none.
+    template <class Target, detail::MemberTaking<Target, Argument> Function>
+    Action(Target *target, Function function)
         : Action(detail::ActionTarget(target), [target, function](Argument argument) {
-              if constexpr (sizeof...(Parameters) == 0)
-                  (target->*function)();
+              if constexpr (std::invocable<Function, Target *, Argument>)
+                  std::invoke(function, target, argument);
               else
-                  (target->*function)(argument);
+                  std::invoke(function, target);
           })
     {}
 
     /// A callable that takes the argument, or none; called while `context` lives.
-    template <class Callable>
-    requires std::invocable<Callable &, Argument> || std::invocable<Callable &> Action(QObject *context,
-                                                                                       Callable callable)
+    template <detail::CallableTaking<Argument> Callable>
+    Action(QObject *context, Callable callable)
         : Action(detail::ActionTarget(context), [callable = std::move(callable)](Argument argument) mutable {
               if constexpr (std::invocable<Callable &, Argument>)
                   callable(argument);

@@ -26,7 +26,9 @@ class DRAVELIN_EXPORT Exception : public std::exception
 {
 public:
     /// \param name one of the names below, or one of the application's own
-    /// \param reason a sentence for whoever debugs The call stack is that of the constructor's caller.
+    /// \param reason a sentence for whoever debugs
+    ///
+    /// The call stack is that of the constructor's caller.
     explicit Exception(QString name, QString reason = {}, QVariantMap userInfo = {});
     Exception(const Exception &) = default;
     Exception &operator=(const Exception &) = default;

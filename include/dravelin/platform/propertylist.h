@@ -20,16 +20,16 @@ namespace dravelin {
 ///     if (!copy.isValid())
 ///         qWarning() << error;                        // "line 3: ..."
 ///
-/// | Stored                                                    | Element                 | Comes back as |
-/// |-----------------------------------------------------------|-------------------------|------------------------------------------|
-/// | QString                                                   | `string`                | QString | | bool | `true`,
-/// `false`         | bool                                     | | integers of every width, enumerators | `integer` |
-/// qlonglong, or qulonglong beyond its range | | double, float                                             | `real`,
-/// shortest exact  | double                                   | | QDateTime | `date`                  | QDateTime in
-/// UTC, to the millisecond     | | QByteArray                                                | `data`, Base64 |
-/// QByteArray                               | | QVariantList, QStringList                                 | `array` |
-/// QVariantList                             | | QVariantMap, QVariantHash                                 | `dict` |
-/// QVariantMap                              |
+/// | Stored                               | Element                | Comes back as                             |
+/// |--------------------------------------|------------------------|-------------------------------------------|
+/// | QString                              | `string`               | QString                                   |
+/// | bool                                 | `true`, `false`        | bool                                      |
+/// | integers of every width, enumerators | `integer`              | qlonglong, or qulonglong beyond its range |
+/// | double, float                        | `real`, shortest exact | double                                    |
+/// | QDateTime                            | `date`                 | QDateTime in UTC, to the millisecond      |
+/// | QByteArray                           | `data`, Base64         | QByteArray                                |
+/// | QVariantList, QStringList            | `array`                | QVariantList                              |
+/// | QVariantMap, QVariantHash            | `dict`                 | QVariantMap                               |
 ///
 /// Every value comes back equal, infinities, NaN and white space at the ends of texts included. Absent text and bytes
 /// inside a list or map come back empty. Milliseconds are written only when there are some.

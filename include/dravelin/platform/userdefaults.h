@@ -134,6 +134,11 @@ Q_SIGNALS:
     void defaultsChanged(const QStringList &keys);
     void watchingChanged();
 
+    /// Changes could not be written, by synchronize() or by the event loop; they are still pending. What a program with a
+    /// window connects to, since the setter of a preference cannot report it.
+    /// \param reason file and cause, as logged
+    void writeFailed(const QString &reason);
+
 private:
     class Private;
     std::unique_ptr<Private> d;

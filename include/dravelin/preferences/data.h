@@ -43,7 +43,7 @@ class PreferenceManager;
 class DRAVELIN_EXPORT PreferenceData : public Object
 {
     Q_OBJECT
-    Q_MOC_INCLUDE(<dravelin / preferences / manager.h>)
+    Q_MOC_INCLUDE("dravelin/preferences/manager.h")
     Q_PROPERTY(dravelin::PreferenceManager *manager READ manager WRITE installManager NOTIFY managerChanged)
 
 public:

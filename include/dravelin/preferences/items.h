@@ -25,7 +25,7 @@ class PreferenceManager;
 class DRAVELIN_EXPORT PreferenceItem : public Object
 {
     Q_OBJECT
-    Q_MOC_INCLUDE(<dravelin / preferences / manager.h>)
+    Q_MOC_INCLUDE("dravelin/preferences/manager.h")
     Q_PROPERTY(QString name READ name CONSTANT)
     Q_PROPERTY(QString nameWithSuffix READ nameWithSuffix CONSTANT)
     Q_PROPERTY(dravelin::PreferenceManager *manager READ manager WRITE setManager NOTIFY managerChanged)

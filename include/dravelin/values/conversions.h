@@ -41,8 +41,8 @@ namespace dravelin {
 /// \operation{strToBool}
 [[nodiscard]] DRAVELIN_EXPORT bool strToBool(const QString &text);
 
-/// An optional sign, digits with an optional decimal point `.`, an optional exponent; rounded once, straight to a
-/// float. Too large gives an infinity, too small 0. No infinities, no hexadecimal numbers.
+/// An optional sign, digits with an optional decimal point (never a comma), an optional exponent; rounded once, straight
+/// to a float. Too large gives an infinity, too small 0. No infinities, no hexadecimal numbers.
 /// \operation{strToFloat}
 [[nodiscard]] DRAVELIN_EXPORT float strToFloat(const QString &text);
 

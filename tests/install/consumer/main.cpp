@@ -14,18 +14,60 @@
 
 namespace {
 
+class Document : public dravelin::Object
+{
+    Q_OBJECT
+    Q_PROPERTY(int pages MEMBER pages NOTIFY pagesChanged)
+
+public:
+    int pages = 1;
+
+Q_SIGNALS:
+    void pagesChanged();
+};
+
 class Settings : public dravelin::PreferenceData
 {
     Q_OBJECT
+    Q_PROPERTY(bool showGrid MEMBER showGrid NOTIFY showGridChanged)
     Q_PROPERTY(double zoom MEMBER zoom NOTIFY zoomChanged)
+    Q_PROPERTY(dravelin::Color paper MEMBER paper NOTIFY paperChanged)
 
 public:
-    void resetDefaultValues() override { setProperty("zoom", 1.0); }
-    void installPreferenceItems() override { addDoubleWithName("zoom"); }
+    void resetDefaultValues() override
+    {
+        setProperty("showGrid", true);
+        setProperty("zoom", 1.0);
+        setProperty("paper", QVariant::fromValue(dravelin::Color::srgb(1, 0.98, 0.9)));
+    }
+    void installPreferenceItems() override
+    {
+        addBooleanWithName("showGrid");
+        addPreference(&Settings::zoomChanged);
+        addNSColorWithName("paper");
+    }
+    bool showGrid = false;
     double zoom = 0;
+    dravelin::Color paper;
 
 Q_SIGNALS:
+    void showGridChanged();
     void zoomChanged();
+    void paperChanged();
+};
+
+class Watcher : public dravelin::Object
+{
+    Q_OBJECT
+
+public:
+    QString seen;
+
+    Q_INVOKABLE void pagesChanged(dravelin::KVOProxy *proxy)
+    {
+        seen += proxy->getOldValue().toString() + '>' + proxy->getNewValue().toString() + ' ';
+    }
+    Q_INVOKABLE void documentSavedAction(dravelin::Notification *notification) { seen += notification->name(); }
 };
 
 void check(bool holds, const char *what)
@@ -36,18 +78,58 @@ void check(bool holds, const char *what)
     }
 }
 
+void objectsAreShared()
+{
+    auto document = std::make_shared<Document>();
+    check(dravelin::retain(document.get()) == document, "a shared object is retained");
+    check(document->setProperty("pages", 2) && document->pages == 2, "a property of a subclass is set");
+}
+
+void changesAndNotificationsArrive()
+{
+    Document document;
+    Watcher watcher;
+    const dravelin::KVOProxy byName(&document, "pages", &watcher, "pagesChanged:");
+    const dravelin::KVOProxy checked(&document, "pages", &watcher, &Watcher::pagesChanged);
+    dravelin::ObserverProxy observer(&watcher);
+    observer.addObserverForKey("documentSaved");
+    dravelin::setValue(&document, "2", "pages");
+    dravelin::ObserverProxy::sendNotification("documentSaved", &document);
+    check(watcher.seen == "1>2 1>2 documentSaved", "observers are called by name and by member function");
+}
+
 void settingsAreKept()
 {
     const dravelin::ScopedUserDefaults isolated;
+    QString exported;
     {
-        const auto settings = std::make_shared<Settings>();
+        auto settings = std::make_shared<Settings>();
         const dravelin::PreferenceManager manager(settings);
-        check(settings->zoom == 1, "settings start with their defaults");
         settings->setProperty("zoom", 2.5);
+        settings->setProperty("paper", QVariant::fromValue(dravelin::Color(QColor(255, 0, 0))));
+        exported = manager.exportPreferences();
     }
-    const auto settings = std::make_shared<Settings>();
-    const dravelin::PreferenceManager manager(settings);
-    check(settings->zoom == 2.5, "a changed setting is restored");
+    auto settings = std::make_shared<Settings>();
+    dravelin::PreferenceManager manager(settings);
+    check(settings->zoom == 2.5 && settings->showGrid, "settings are restored");
+    check(settings->paper == dravelin::Color::srgb(1, 0, 0), "a colour is restored");
+    check(dravelin::colorToString(settings->paper) == "1.000 0.000 0.000 1.000", "a colour has a text form");
+
+    settings->setProperty("zoom", 4.0);
+    QString message;
+    check(manager.importPreferences(exported, &message) && settings->zoom == 2.5, "an export is imported");
+    check(dravelin::UserDefaults(isolated.store()->filePath()).objectForKey("zoom").toString().startsWith("2.5"),
+          "a change is on disk");
+    dravelin::setBOOLDefault("seenTour", true);
+    check(dravelin::getBOOLdefault("seenTour", false), "a single default is set");
+}
+
+void bytesHaveText()
+{
+    const QByteArray bytes("Sketch\0\xFF", 8);
+    const QString text = dravelin::encodeBase64WithData(bytes);
+    check(text == "U2tldGNoAP8=", "bytes in Base64");
+    check(dravelin::decodeBase64ToData(text) == bytes, "Base64 gives the bytes back");
 }
 
 void exceptionsCrossTheLibrary()
@@ -69,7 +151,10 @@ void zlibComesAlong()
 int main(int argc, char **argv)
 {
     const QCoreApplication application(argc, argv);
+    objectsAreShared();
+    changesAndNotificationsArrive();
     settingsAreKept();
+    bytesHaveText();
     exceptionsCrossTheLibrary();
     zlibComesAlong();
     std::puts("Dravelin " DRAVELIN_VERSION ": the consumer works");
