@@ -321,10 +321,11 @@ TEST_F(UndoManagerTest, ActionsFollow)
 TEST_F(UndoManagerTest, AnnouncesOnlyWhatChanged)
 {
     QStringList heard;
-    QObject::connect(&manager, &UndoManager::canUndoChanged, counter.get(), [&] { heard << u"undo"_s; });
-    QObject::connect(&manager, &UndoManager::canRedoChanged, counter.get(), [&] { heard << u"redo"_s; });
-    QObject::connect(&manager, &UndoManager::undoActionNameChanged, counter.get(), [&] { heard << u"name"_s; });
-    QObject::connect(&manager, &UndoManager::redoActionNameChanged, counter.get(), [&] { heard << u"redo name"_s; });
+    const QObject listener;
+    QObject::connect(&manager, &UndoManager::canUndoChanged, &listener, [&] { heard << u"undo"_s; });
+    QObject::connect(&manager, &UndoManager::canRedoChanged, &listener, [&] { heard << u"redo"_s; });
+    QObject::connect(&manager, &UndoManager::undoActionNameChanged, &listener, [&] { heard << u"name"_s; });
+    QObject::connect(&manager, &UndoManager::redoActionNameChanged, &listener, [&] { heard << u"redo name"_s; });
     const auto after = [&](auto &&act) {
         heard.clear();
         act();
