@@ -2,9 +2,13 @@
 // SPDX-License-Identifier: MIT
 
 // An application that shows one window until it is killed: xwindows_client TITLE X Y WIDTH HEIGHT [fullscreen|dock]
+// Anything on its standard input minimises the window.
 
+#include <QtCore/QSocketNotifier>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QWidget>
+
+#include <unistd.h>
 
 int main(int argc, char **argv)
 {
@@ -15,10 +19,13 @@ int main(int argc, char **argv)
     QWidget window;
     window.setWindowTitle(arguments.value(1));
     window.setGeometry(number(2), number(3), number(4), number(5));
-    if (arguments.value(6) == QStringLiteral("dock"))
-        window.setAttribute(Qt::WA_X11NetWmWindowTypeDock);
-    window.setWindowState(arguments.value(6) == QStringLiteral("fullscreen") ? Qt::WindowFullScreen
-                                                                             : Qt::WindowNoState);
+    const QString kind = arguments.value(6);
+    window.winId(); // a native window takes the type at once
+    window.setAttribute(Qt::WA_X11NetWmWindowTypeDock, kind == QStringLiteral("dock"));
+    if (kind == QStringLiteral("fullscreen"))
+        window.setWindowState(Qt::WindowFullScreen);
     window.show();
+    const QSocketNotifier input(STDIN_FILENO, QSocketNotifier::Read);
+    QObject::connect(&input, &QSocketNotifier::activated, &window, &QWidget::showMinimized, Qt::SingleShotConnection);
     return QApplication::exec();
 }

@@ -14,7 +14,9 @@
 #include <QtCore/QStandardPaths>
 #include <QtTest/QTest>
 
+#include <algorithm>
 #include <memory>
+#include <vector>
 
 using namespace dravelin;
 using namespace Qt::StringLiterals;
@@ -41,8 +43,7 @@ protected:
         if (QStandardPaths::findExecutable(u"Xvfb"_s).isEmpty())
             GTEST_SKIP() << "there is no Xvfb to run an X server";
         // The server picks a free number and writes it to its standard output.
-        server.start(u"Xvfb"_s,
-                     {u"-displayfd"_s, u"1"_s, u"-screen"_s, u"0"_s, u"800x600x24"_s, u"-noreset"_s});
+        server.start(u"Xvfb"_s, {u"-displayfd"_s, u"1"_s, u"-screen"_s, u"0"_s, u"800x600x24"_s, u"-noreset"_s});
         while (!server.canReadLine())
             ASSERT_TRUE(server.waitForReadyRead(30'000)) << "Xvfb did not start";
         name = std::make_unique<DisplayName>(':' + server.readLine().trimmed());
@@ -94,6 +95,36 @@ TEST_F(XWindowsTest, AreListedFrontToBackWithTheirOwners)
     EXPECT_EQ(windows[1].processId, clients[0]->processId());
     EXPECT_EQ(windows[1].ownerName, QFileInfo(QStringLiteral(X_CLIENT)).fileName());
     EXPECT_FALSE(windows[1].isFullScreen || windows[1].isDock);
+}
+
+TEST_F(XWindowsTest, AreDescribedByTheWindowManager)
+{
+    if (QStandardPaths::findExecutable(u"openbox"_s).isEmpty())
+        GTEST_SKIP() << "there is no openbox to manage windows";
+    clients.push_back(std::make_unique<QProcess>());
+    clients.back()->start(u"openbox"_s, {});
+    const auto find = [](const QString &title) {
+        const QList<WindowInfo> windows = DisplayService::current()->windowList();
+        const auto found = std::find_if(windows.begin(), windows.end(), [&](auto &w) { return w.name == title; });
+        return found == windows.end() ? WindowInfo() : *found;
+    };
+    const auto becomes = [&](const QString &title, auto &&condition) {
+        return QTest::qWaitFor([&] { return condition(find(title)); }, 30'000);
+    };
+    openWindow({u"framed"_s, u"100"_s, u"100"_s, u"300"_s, u"200"_s});
+    EXPECT_TRUE(becomes(u"framed"_s, [](const WindowInfo &w) {
+        return w.bounds.width() >= 300 && w.bounds.height() > 210 && !w.isFullScreen && !w.isDock;
+    })) << "the title bar is part of the window";
+    openWindow({u"panel"_s, u"0"_s, u"560"_s, u"800"_s, u"40"_s, u"dock"_s});
+    EXPECT_TRUE(becomes(u"panel"_s, [](const WindowInfo &w) { return w.isDock && w.bounds.height() == 40; }));
+    openWindow({u"full"_s, u"10"_s, u"10"_s, u"200"_s, u"200"_s, u"fullscreen"_s});
+    EXPECT_TRUE(
+        becomes(u"full"_s, [](const WindowInfo &w) { return w.isFullScreen && w.bounds == QRect(0, 0, 800, 600); }));
+    openWindow({u"hides"_s, u"10"_s, u"10"_s, u"200"_s, u"200"_s});
+    EXPECT_TRUE(becomes(u"hides"_s, [](const WindowInfo &w) { return w.identifier != 0; }));
+    clients.back()->write("minimize");
+    EXPECT_TRUE(becomes(u"hides"_s, [](const WindowInfo &w) { return w.identifier == 0; }));
+    EXPECT_EQ(clients.back()->state(), QProcess::Running);
 }
 
 TEST(XWindows, AreNoneWithoutAServer)
