@@ -4,6 +4,7 @@
 #pragma once
 
 /// \file
-/// Control flow: observation proxies.
+/// Control flow: observation proxies, undo records.
 
 #include <dravelin/control/proxies.h>
+#include <dravelin/control/undoitem.h>

@@ -4,12 +4,13 @@
 #pragma once
 
 /// \file
-/// What stands under all subsystems: objects, calls by name, observation, notifications, the settings store, colours.
+/// What stands under all subsystems: objects, calls by name, observation, notifications, the settings store, colours, undo.
 
 #include <dravelin/platform/action.h>
 #include <dravelin/platform/bookmarks.h>
 #include <dravelin/platform/bundle.h>
 #include <dravelin/platform/color.h>
+#include <dravelin/platform/display.h>
 #include <dravelin/platform/exception.h>
 #include <dravelin/platform/keyvalue.h>
 #include <dravelin/platform/log.h>
@@ -18,4 +19,5 @@
 #include <dravelin/platform/propertylist.h>
 #include <dravelin/platform/range.h>
 #include <dravelin/platform/selector.h>
+#include <dravelin/platform/undomanager.h>
 #include <dravelin/platform/userdefaults.h>

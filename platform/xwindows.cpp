@@ -1,0 +1,212 @@
+// SPDX-FileCopyrightText: Dravelin contributors
+// SPDX-License-Identifier: MIT
+
+#include "platform/xwindows.h"
+
+#include <QtCore/QFile>
+#include <QtCore/QFileInfo>
+
+#include <xcb/xcb.h>
+
+#include <algorithm>
+#include <array>
+#include <cstdlib>
+#include <memory>
+#include <vector>
+
+using namespace Qt::StringLiterals;
+
+namespace dravelin {
+
+namespace {
+
+struct Free
+{
+    void operator()(void *reply) const { std::free(reply); }
+};
+template <class Reply>
+using Owned = std::unique_ptr<Reply, Free>;
+
+using Cards = std::vector<quint32>;
+
+enum AtomName { ClientListStacking, WmPid, WmName, FrameExtents, WmState, Hidden, FullScreen, WindowType, Dock };
+constexpr std::array atomNames{"_NET_CLIENT_LIST_STACKING", "_NET_WM_PID",         "_NET_WM_NAME",
+                               "_NET_FRAME_EXTENTS",        "_NET_WM_STATE",       "_NET_WM_STATE_HIDDEN",
+                               "_NET_WM_STATE_FULLSCREEN",  "_NET_WM_WINDOW_TYPE", "_NET_WM_WINDOW_TYPE_DOCK"};
+
+/// All that is asked about a window, sent before the first answer is read.
+struct Questions
+{
+    xcb_window_t window;
+    xcb_get_window_attributes_cookie_t attributes;
+    xcb_get_geometry_cookie_t geometry;
+    xcb_translate_coordinates_cookie_t origin;
+    xcb_get_property_cookie_t pid, netName, name, extents, state, type;
+};
+
+QString readFile(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+}
+
+/// The kernel keeps 15 bytes of a process's name; the rest is taken from its command line.
+QString processName(qint64 processId)
+{
+    const QString process = u"/proc/%1/"_s.arg(processId);
+    QString name = readFile(process + u"comm"_s);
+    name.chop(1);
+    const QString program = QFileInfo(readFile(process + u"cmdline"_s).section(QChar(u'\0'), 0, 0)).fileName();
+    if (name.toUtf8().size() == 15 && program.startsWith(name))
+        return program;
+    return name.isEmpty() ? QString() : name;
+}
+
+Cards cards(const QByteArray &bytes)
+{
+    Cards numbers(size_t(bytes.size()) / sizeof(quint32));
+    std::copy_n(bytes.constData(), numbers.size() * sizeof(quint32), reinterpret_cast<char *>(numbers.data()));
+    return numbers;
+}
+
+bool contains(const Cards &numbers, quint32 number)
+{
+    return std::find(numbers.begin(), numbers.end(), number) != numbers.end();
+}
+
+class XServer
+{
+public:
+    XServer() : m_connection(xcb_connect(nullptr, &m_screen))
+    {
+        if (isConnected())
+            internAtoms();
+    }
+    ~XServer() { xcb_disconnect(m_connection); }
+    Q_DISABLE_COPY_MOVE(XServer)
+
+    [[nodiscard]] bool isConnected() const { return xcb_connection_has_error(m_connection) == 0; }
+
+    /// From the back to the front.
+    [[nodiscard]] Cards windows() const
+    {
+        const QByteArray list = answer(ask(root(), m_atoms[ClientListStacking]));
+        if (!list.isNull())
+            return cards(list);
+        const Owned<xcb_query_tree_reply_t> tree(
+            xcb_query_tree_reply(m_connection, xcb_query_tree(m_connection, root()), nullptr));
+        if (!tree)
+            return {};
+        const xcb_window_t *first = xcb_query_tree_children(tree.get());
+        return {first, first + xcb_query_tree_children_length(tree.get())};
+    }
+
+    [[nodiscard]] Questions askAbout(xcb_window_t window) const
+    {
+        return {window,
+                xcb_get_window_attributes(m_connection, window),
+                xcb_get_geometry(m_connection, window),
+                xcb_translate_coordinates(m_connection, window, root(), 0, 0),
+                ask(window, m_atoms[WmPid]),
+                ask(window, m_atoms[WmName]),
+                ask(window, XCB_ATOM_WM_NAME),
+                ask(window, m_atoms[FrameExtents]),
+                ask(window, m_atoms[WmState]),
+                ask(window, m_atoms[WindowType])};
+    }
+
+    /// \return false when the window is gone or not to be seen
+    [[nodiscard]] bool describe(const Questions &asked, WindowInfo &info) const
+    {
+        const bool isShown = readPlace(asked, info);
+        const QByteArray netName = answer(asked.netName);
+        const QByteArray name = answer(asked.name);
+        info.name = netName.isNull() ? QString::fromLatin1(name) : QString::fromUtf8(netName);
+        const Cards pid = cards(answer(asked.pid));
+        info.processId = pid.empty() ? 0 : pid.front();
+        const Cards state = cards(answer(asked.state));
+        info.isFullScreen = contains(state, m_atoms[FullScreen]);
+        info.isDock = contains(cards(answer(asked.type)), m_atoms[Dock]);
+        if (!isShown || contains(state, m_atoms[Hidden]))
+            return false;
+        info.ownerName = info.processId ? processName(info.processId) : QString();
+        return true;
+    }
+
+private:
+    void internAtoms()
+    {
+        std::array<xcb_intern_atom_cookie_t, atomNames.size()> asked;
+        for (size_t i = 0; i < atomNames.size(); ++i)
+            asked[i] = xcb_intern_atom(m_connection, false, quint16(qstrlen(atomNames[i])), atomNames[i]);
+        for (size_t i = 0; i < atomNames.size(); ++i) {
+            const Owned<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(m_connection, asked[i], nullptr));
+            m_atoms[i] = reply ? reply->atom : xcb_atom_t(XCB_ATOM_NONE);
+        }
+    }
+
+    [[nodiscard]] xcb_window_t root() const
+    {
+        auto screens = xcb_setup_roots_iterator(xcb_get_setup(m_connection));
+        for (int i = 0; i < m_screen; ++i)
+            xcb_screen_next(&screens);
+        return screens.data->root;
+    }
+
+    [[nodiscard]] xcb_get_property_cookie_t ask(xcb_window_t window, xcb_atom_t property) const
+    {
+        constexpr quint32 mostWords = 64 * 1024;
+        return xcb_get_property(m_connection, false, window, property, XCB_ATOM_ANY, 0, mostWords);
+    }
+
+    /// Null when the window is gone or does not have the property.
+    [[nodiscard]] QByteArray answer(xcb_get_property_cookie_t asked) const
+    {
+        const Owned<xcb_get_property_reply_t> reply(xcb_get_property_reply(m_connection, asked, nullptr));
+        if (!reply || reply->type == XCB_ATOM_NONE)
+            return {};
+        return {static_cast<const char *>(xcb_get_property_value(reply.get())),
+                xcb_get_property_value_length(reply.get())};
+    }
+
+    [[nodiscard]] bool readPlace(const Questions &asked, WindowInfo &info) const
+    {
+        const Owned<xcb_get_window_attributes_reply_t> attributes(
+            xcb_get_window_attributes_reply(m_connection, asked.attributes, nullptr));
+        const Owned<xcb_get_geometry_reply_t> geometry(xcb_get_geometry_reply(m_connection, asked.geometry, nullptr));
+        const Owned<xcb_translate_coordinates_reply_t> origin(
+            xcb_translate_coordinates_reply(m_connection, asked.origin, nullptr));
+        const Cards frame = cards(answer(asked.extents)); // left, right, top, bottom
+        if (!attributes || !geometry || !origin)
+            return false;
+        info.identifier = asked.window;
+        info.bounds = QRect(origin->dst_x, origin->dst_y, geometry->width, geometry->height);
+        if (frame.size() == 4)
+            info.bounds.adjust(-int(frame[0]), -int(frame[2]), int(frame[1]), int(frame[3]));
+        return attributes->map_state == XCB_MAP_STATE_VIEWABLE && attributes->_class != XCB_WINDOW_CLASS_INPUT_ONLY;
+    }
+
+    int m_screen = 0;
+    xcb_connection_t *m_connection;
+    std::array<xcb_atom_t, atomNames.size()> m_atoms{};
+};
+
+} // namespace
+
+QList<WindowInfo> xWindows()
+{
+    const XServer server;
+    if (!server.isConnected())
+        return {};
+    std::vector<Questions> asked;
+    for (const xcb_window_t window : server.windows())
+        asked.push_back(server.askAbout(window));
+    QList<WindowInfo> windows;
+    for (const Questions &questions : asked) {
+        if (WindowInfo info; server.describe(questions, info))
+            windows.prepend(info);
+    }
+    return windows;
+}
+
+} // namespace dravelin
