@@ -4,6 +4,11 @@
 #pragma once
 
 /// \file
-/// Control flow: observation proxies.
+/// Control flow: observation proxies, state machines, timers.
 
 #include <dravelin/control/proxies.h>
+#include <dravelin/control/statehandler.h>
+#include <dravelin/control/statemachine.h>
+#include <dravelin/control/statemachinemutex.h>
+#include <dravelin/control/timers.h>
+#include <dravelin/control/transitions.h>

@@ -4,7 +4,8 @@
 #pragma once
 
 /// \file
-/// What stands under all subsystems: objects, calls by name, observation, notifications, the settings store, colours.
+/// What stands under all subsystems: objects, calls by name, observation, notifications, timers, the settings store,
+/// colours.
 
 #include <dravelin/platform/action.h>
 #include <dravelin/platform/bookmarks.h>
@@ -18,4 +19,5 @@
 #include <dravelin/platform/propertylist.h>
 #include <dravelin/platform/range.h>
 #include <dravelin/platform/selector.h>
+#include <dravelin/platform/timer.h>
 #include <dravelin/platform/userdefaults.h>
