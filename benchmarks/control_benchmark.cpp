@@ -2,7 +2,8 @@
 // SPDX-License-Identifier: MIT
 
 // Steps of a state machine, each of which requests the next one, against the passes of a repeating QTimer without
-// delay; and many machines with one pending step each, against as many single-shot QTimers.
+// delay; and many machines with one pending step each, against as many single-shot QTimers: those take a
+// minute for 100,000.
 
 #include <dravelin/control/statemachine.h>
 
@@ -107,7 +108,7 @@ void pendingQTimer(benchmark::State &state)
     }
     state.SetItemsProcessed(state.iterations() * state.range(0));
 }
-BENCHMARK(pendingQTimer)->Name("pending_machines/QTimer")->Arg(10'000)->Arg(100'000)->Unit(benchmark::kMillisecond);
+BENCHMARK(pendingQTimer)->Name("pending_machines/QTimer")->Arg(10'000)->Unit(benchmark::kMillisecond);
 
 } // namespace
 

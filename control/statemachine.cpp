@@ -79,10 +79,11 @@ void StateMachine::schedule(const Action<Timer *> &step, qint64 info, float dela
 {
     if (m_killFlag)
         return;
-    const auto self = retain(this); // the pending step may be the last to hold it
-    if (m_stateTimer && m_stateTimer->isValid())
-        stopTimer();
-    m_stateTimer = Timer::scheduledTimerWithTimeInterval(double(delay), step, info);
+    // The pending step may be the last to hold the machine: it goes after the new one has come.
+    const auto previous =
+        std::exchange(m_stateTimer, Timer::scheduledTimerWithTimeInterval(double(delay), step, QVariant(info)));
+    if (previous && previous->isValid())
+        previous->invalidate();
 }
 
 void StateMachine::runStateChange(Timer *timer)
@@ -113,10 +114,8 @@ void StateMachine::invoke(const StateHandler &(StateEntry::*handler)() const noe
         if (self)
             self->m_stateTimer.reset();
     });
-    if (const auto entry = stateEntry(m_currentState)) {
-        const StateHandler call = (entry.get()->*handler)(); // which may replace the entry
-        call.invoke(info);
-    }
+    if (const auto entry = m_states.constFind(qint32(m_currentState)); entry != m_states.cend())
+        ((*entry).get()->*handler)().invoke(info);
 }
 
 void StateMachine::setTransitionLimit(qsizetype limit)

@@ -15,12 +15,6 @@ namespace {
 
 constexpr int maximumPerPass = 64;
 
-qint64 now()
-{
-    return std::chrono::duration_cast<std::chrono::nanoseconds>(std::chrono::steady_clock::now().time_since_epoch())
-        .count();
-}
-
 /// \param seconds anything, NaN and infinity included
 qint64 toNanoseconds(double seconds)
 {
@@ -56,6 +50,13 @@ TimerQueue *TimerQueue::ofThisThread()
 {
     static thread_local TimerQueue queue;
     return queue.followLoop() ? &queue : nullptr;
+}
+
+qint64 TimerQueue::readClock()
+{
+    using namespace std::chrono;
+    m_time = duration_cast<nanoseconds>(steady_clock::now().time_since_epoch()).count();
+    return m_time;
 }
 
 bool TimerQueue::followLoop()
@@ -100,12 +101,12 @@ void TimerQueue::clear()
 
 void TimerQueue::add(std::shared_ptr<Timer> timer, double seconds)
 {
-    insert(std::move(timer), saturatedSum(now(), toNanoseconds(seconds)));
+    insert(std::move(timer), saturatedSum(readClock(), toNanoseconds(seconds)));
 }
 
 void TimerQueue::addNext(std::shared_ptr<Timer> timer)
 {
-    const qint64 due = nextDue(timer->m_place.first, toNanoseconds(timer->timeInterval()), now());
+    const qint64 due = nextDue(timer->m_place.first, toNanoseconds(timer->timeInterval()), readClock());
     insert(std::move(timer), due);
 }
 
@@ -143,7 +144,8 @@ void TimerQueue::timerEvent(QTimerEvent *)
 /// its other events.
 void TimerQueue::runPass()
 {
-    const Place end{now(), m_requests};
+    const bool isDue = !m_timers.empty() && m_timers.begin()->first.first <= m_time;
+    const Place end{isDue ? m_time : readClock(), m_requests};
     for (int i = 0; i < maximumPerPass && !m_timers.empty() && m_timers.begin()->first < end; ++i) {
         const auto timer = std::move(m_timers.extract(m_timers.begin()).mapped());
         timer->m_waiting = false;
@@ -155,7 +157,8 @@ void TimerQueue::runPass()
 void TimerQueue::wakeForFirst()
 {
     const qint64 due = m_timers.empty() ? never : m_timers.begin()->first.first;
-    const qint64 wait = due == never ? never : due - now();
+    // Whatever was requested without delay is due at the last reading.
+    const qint64 wait = due == never || due <= m_time ? due - m_time : due - readClock();
     if (wait <= 0 && m_wakeTime == atOnce && m_wake.isActive())
         return;
     m_wakeTime = wait <= 0 ? atOnce : due;

@@ -23,7 +23,7 @@ namespace dravelin::detail {
 class TimerQueue : public QObject
 {
 public:
-    /// When due, in nanoseconds of now(); and which request it was, for those due at the same time.
+    /// When due, in nanoseconds of readClock(); and which request it was, for those due at the same time.
     using Place = std::pair<qint64, quint64>;
 
     ~TimerQueue() override;
@@ -43,6 +43,7 @@ private:
     static constexpr qint64 never = std::numeric_limits<qint64>::max();
     static constexpr qint64 atOnce = -1;
 
+    qint64 readClock();
     bool followLoop();
     void enterLoop();
     void clear();
@@ -52,6 +53,7 @@ private:
 
     std::map<Place, std::shared_ptr<Timer>> m_timers;
     quint64 m_requests = 0;
+    qint64 m_time = 0; ///< when the clock was last read
     QAbstractEventDispatcher *m_dispatcher = nullptr;
     QBasicTimer m_wake;
     qint64 m_wakeTime = never; ///< what m_wake is set to
