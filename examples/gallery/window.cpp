@@ -3,6 +3,7 @@
 
 #include "window.h"
 
+#include "control/controlpage.h"
 #include "preferences/preferencespage.h"
 #include "undo/undopage.h"
 
@@ -27,6 +28,7 @@ Window::Window() : m_list(new QListWidget), m_stack(new QStackedWidget)
     connect(m_list, &QListWidget::currentRowChanged, m_stack, &QStackedWidget::setCurrentIndex);
 
     add(new PreferencesPage);
+    add(new ControlPage);
     add(new UndoPage);
     show(m_pages.constFirst());
     resize(1120, 680);

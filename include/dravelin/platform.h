@@ -4,7 +4,8 @@
 #pragma once
 
 /// \file
-/// What stands under all subsystems: objects, calls by name, observation, notifications, the settings store, colours, undo.
+/// What stands under all subsystems: objects, calls by name, observation, notifications, timers, the settings store,
+/// colours, undo.
 
 #include <dravelin/platform/action.h>
 #include <dravelin/platform/bookmarks.h>
@@ -19,5 +20,6 @@
 #include <dravelin/platform/propertylist.h>
 #include <dravelin/platform/range.h>
 #include <dravelin/platform/selector.h>
+#include <dravelin/platform/timer.h>
 #include <dravelin/platform/undomanager.h>
 #include <dravelin/platform/userdefaults.h>

@@ -54,7 +54,7 @@ struct ActionState
 
 /// A target and what to call on it: an operation by name, or a member function or callable that the compiler checks.
 /// The target is held weakly; once it is gone, calls do nothing. A call may destroy the action. Cheap to copy.
-/// `Argument` is a pointer to the sender's class.
+/// `Argument` is a pointer to the sender's class, or an integer (qint64).
 ///
 ///     dravelin::Action<dravelin::KVOProxy *> byName(ruler, "marginChanged:");
 ///     dravelin::Action<dravelin::KVOProxy *> checked(ruler, &Ruler::marginChanged);

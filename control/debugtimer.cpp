@@ -1,0 +1,32 @@
+// SPDX-FileCopyrightText: Dravelin contributors
+// SPDX-License-Identifier: MIT
+
+#include <dravelin/control/timers.h>
+
+#include <dravelin/platform/log.h>
+
+namespace dravelin {
+
+bool debugTestFlag = false;
+qint64 debugTestInteger = 0;
+double debugTestFloat = 0;
+std::shared_ptr<ElapsedTimer> debugTimer;
+
+namespace {
+
+ElapsedTimer &processTimer()
+{
+    if (!debugTimer)
+        debugTimer = std::make_shared<ElapsedTimer>();
+    return *debugTimer;
+}
+
+void printDebugLine(const QString &line) { logInfo(line); }
+
+} // namespace
+
+void startDebugTimer() { processTimer().startTimer(); }
+
+void reportDebugTimer() { printDebugLine(processTimer().elapsedTimeString()); }
+
+} // namespace dravelin
