@@ -9,6 +9,7 @@
 #include <dravelin/version.h>
 
 #include <dravelin/control.h>
+#include <dravelin/diagnostics.h>
 #include <dravelin/encoding.h>
 #include <dravelin/platform.h>
 #include <dravelin/preferences.h>

@@ -1,14 +1,14 @@
 // SPDX-FileCopyrightText: Dravelin contributors
 // SPDX-License-Identifier: MIT
 
-#include <QtGui/QGuiApplication>
+#include <QtWidgets/QApplication>
 
 #include <gtest/gtest.h>
 
 int main(int argc, char **argv)
 {
     testing::InitGoogleTest(&argc, argv);
-    QGuiApplication application(argc, argv);
+    QApplication application(argc, argv);
     QCoreApplication::setOrganizationName(QStringLiteral("Dravelin"));
     QCoreApplication::setApplicationName(QStringLiteral("tests"));
     QCoreApplication::setApplicationVersion(QStringLiteral("1.2"));

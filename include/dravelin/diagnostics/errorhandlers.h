@@ -20,7 +20,8 @@
 /// Reports go to standard error and to the journal, or else to syslog, line by line. They take no lock and no memory
 /// from the heap that a crash inside the allocator or the log could have left unusable; they never wait for a reader
 /// of standard error longer than a moment. Stack frames show function, file and line where there is debug information,
-/// otherwise function and library, otherwise the address.
+/// the function where there is none, and the address where not even that is known. In reports of signals, functions
+/// whose linker name takes more than reading (templates, operators) bear that name, which `c++filt` explains.
 
 namespace dravelin {
 
