@@ -8,9 +8,9 @@
 set -euo pipefail
 
 declare -A packages=(
-    [build]="g++ cmake ninja-build ccache pkg-config qt6-base-dev qt6-base-dev-tools libxcb1-dev zlib1g-dev"
+    [build]="g++ cmake ninja-build ccache pkg-config qt6-base-dev qt6-base-dev-tools qt6-tools-dev libxcb1-dev zlib1g-dev"
     [tests]="libgtest-dev libgmock-dev qt6-declarative-dev qml6-module-qtqml qml6-module-qtqml-models qml6-module-qtqml-workerscript xvfb openbox fonts-dejavu-core python3"
-    [gallery]="qt6-tools-dev fonts-dejavu-core"
+    [gallery]="fonts-dejavu-core"
     [benchmarks]="libbenchmark-dev python3"
     [ci]="git clang libclang-rt-14-dev llvm clang-format clang-tidy doxygen"
 )

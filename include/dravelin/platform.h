@@ -13,6 +13,7 @@
 #include <dravelin/platform/color.h>
 #include <dravelin/platform/display.h>
 #include <dravelin/platform/exception.h>
+#include <dravelin/platform/geometry.h>
 #include <dravelin/platform/keyvalue.h>
 #include <dravelin/platform/log.h>
 #include <dravelin/platform/notificationcenter.h>
