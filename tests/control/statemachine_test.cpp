@@ -75,12 +75,36 @@ protected:
     }
 };
 
-using Requests = std::function<void(StateMachine &)>;
+using Request = std::function<void(StateMachine &)>;
+
+Request change(qint64 state, qint64 info, float delay = 0)
+{
+    return [=](StateMachine &m) { m.changeState(state, info, delay); };
+}
+Request update(qint64 info)
+{
+    return [=](StateMachine &m) { m.update(info); };
+}
+Request set(qint64 state)
+{
+    return [=](StateMachine &m) { m.setCurrentState(state); };
+}
+Request start(qint64 state)
+{
+    return [=](StateMachine &m) { m.designateStartState(state); };
+}
+Request step(qint64 info)
+{
+    return [=](StateMachine &m) { m.startTimer("runUpdate:", info, 0); };
+}
+const Request reset = &StateMachine::reset;
+const Request stop = &StateMachine::stopTimer;
+const Request finish = &StateMachine::killStateMachine;
 
 struct Row
 {
     const char *name;
-    Requests requests;
+    QList<Request> requests;
     QStringList calls;
     qint64 state;
 };
@@ -90,86 +114,28 @@ struct Row
 TEST_F(StateMachineTest, MakesTheNewestRequest)
 {
     const Row rows[] = {
-        {"a change", [](auto &m) { m.changeState(Green, 5); }, {u"green 5"_s}, Green},
-        {"the later of two changes",
-         [](auto &m) {
-             m.changeState(Green, 5);
-             m.changeState(Red, 6);
-         },
-         {u"red 6"_s},
-         Red},
-        {"an update cancels the set-up for good",
-         [](auto &m) {
-             m.changeState(Green, 5);
-             m.update(6);
-         },
-         {u"blink 6"_s},
-         Green},
-        {"a change cancels an update",
-         [](auto &m) {
-             m.update(6);
-             m.changeState(Green, 5);
-         },
-         {u"green 5"_s},
-         Green},
-        {"the state at the time of the set-up counts",
-         [](auto &m) {
-             m.changeState(Green, 5);
-             m.setCurrentState(Red);
-         },
-         {u"red 5"_s},
-         Red},
-        {"an earlier request with a longer delay is replaced",
-         [](auto &m) {
-             m.changeState(Green, 5, 1e6f);
-             m.changeState(Red, 6, -1);
-         },
-         {u"red 6"_s},
-         Red},
-        {"a state never added", [](auto &m) { m.changeState(77, 5); }, {}, 77},
-        {"a state without that handler",
-         [](auto &m) {
-             m.setCurrentState(Yellow);
-             m.update();
-         },
-         {},
-         Yellow},
-        {"a stopped step",
-         [](auto &m) {
-             m.changeState(Green, 5);
-             m.stopTimer();
-             m.stopTimer();
-         },
-         {},
-         Green},
-        {"reset", [](auto &m) { m.reset(); }, {u"red 0"_s}, Red},
-        {"reset to a designated state",
-         [](auto &m) {
-             m.designateStartState(Green);
-             m.reset();
-         },
-         {u"green 0"_s},
-         Green},
-        {"a step by name", [](auto &m) { m.startTimer("runUpdate:", 9, 0); }, {u"blink 9"_s}, Red},
-        {"64 bits of info", [](auto &m) { m.changeState(Red, -(1LL << 60)); }, {u"red -1152921504606846976"_s}, Red},
-        {"a killed machine",
-         [](auto &m) {
-             m.changeState(Green, 5);
-             m.killStateMachine();
-             m.changeState(Red, 6);
-             m.update(7);
-             m.reset();
-             m.startTimer("runUpdate:", 8, 0);
-         },
-         {},
-         Green},
+        {"a change", {change(Green, 5)}, {u"green 5"_s}, Green},
+        {"the later of two", {change(Green, 5), change(Red, 6)}, {u"red 6"_s}, Red},
+        {"update cancels set-up", {change(Green, 5), update(6)}, {u"blink 6"_s}, Green},
+        {"change cancels update", {update(6), change(Green, 5)}, {u"green 5"_s}, Green},
+        {"state at the time of the set-up", {change(Green, 5), set(Red)}, {u"red 5"_s}, Red},
+        {"delayed one is replaced", {change(Green, 5, 1e6f), change(Red, 6, -1)}, {u"red 6"_s}, Red},
+        {"state never added", {change(77, 5)}, {}, 77},
+        {"state without that handler", {set(Yellow), update(1)}, {}, Yellow},
+        {"stopped", {change(Green, 5), stop, stop}, {}, Green},
+        {"reset", {set(Green), reset}, {u"red 0"_s}, Red},
+        {"reset to a designated state", {start(Green), reset}, {u"green 0"_s}, Green},
+        {"step by name", {step(9)}, {u"blink 9"_s}, Red},
+        {"64 bits of info", {change(Red, -(1LL << 60))}, {u"red -1152921504606846976"_s}, Red},
+        {"killed", {change(Green, 5), finish, change(Red, 6), update(7), reset, step(8)}, {}, Green},
     };
     for (const Row &row : rows) {
         SCOPED_TRACE(row.name);
         machine = std::make_shared<StateMachine>();
         machine->addState(Yellow, {}, {});
         SetUp();
-        row.requests(*machine);
+        for (const Request &request : row.requests)
+            request(*machine);
         EXPECT_TRUE(light.calls.isEmpty()) << "called within the request";
         EXPECT_EQ(machine->currentState(), row.state);
         EXPECT_EQ(calls(), row.calls);

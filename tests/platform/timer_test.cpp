@@ -8,15 +8,15 @@
 
 #include <QtCore/QAbstractEventDispatcher>
 #include <QtCore/QCoreApplication>
-#include <QtCore/QDeadlineTimer>
 #include <QtCore/QElapsedTimer>
 #include <QtCore/QEventLoop>
+#include <QtCore/QScopeGuard>
+#include <QtCore/QSemaphore>
 #include <QtCore/QThread>
 #include <QtTest/QTest>
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <thread>
@@ -68,22 +68,16 @@ TEST_F(TimerTest, FiresInOrderOfDueTimesThenOfRequests)
               (QStringList{u"first"_s, u"negative"_s, u"no number"_s, u"checked at once"_s, u"middle"_s, u"late"_s}));
 }
 
-TEST_F(TimerTest, NeverFiresEarly)
+TEST_F(TimerTest, NeverFiresEarlyHoweverHugeTheInterval)
 {
     QElapsedTimer elapsed;
     elapsed.start();
-    schedule(0.0205, u"x"_s);
-    ASSERT_TRUE(waitForCalls(1));
-    EXPECT_GE(elapsed.nsecsElapsed(), 20'500'000);
-}
-
-TEST_F(TimerTest, WaitsForEverWithHugeIntervals)
-{
     QList<std::shared_ptr<Timer>> timers;
     for (const double interval : {1e7, 1e12, 1e300, std::numeric_limits<double>::infinity()})
         timers << schedule(interval, u"never"_s);
-    schedule(0.01, u"soon"_s);
+    schedule(0.0205, u"soon"_s);
     ASSERT_TRUE(waitForCalls(1));
+    EXPECT_GE(elapsed.nsecsElapsed(), 20'500'000);
     EXPECT_EQ(target.calls, QStringList{u"soon"_s});
     for (const auto &timer : timers) {
         EXPECT_TRUE(timer->isValid());
@@ -149,16 +143,16 @@ TEST_F(TimerTest, SkipsRepetitionsThatPassed)
     QElapsedTimer clock;
     clock.start();
     const auto timer = Timer::scheduledTimerWithTimeInterval(
-        0.02, &target,
+        0.05, &target,
         [&] {
             times << clock.elapsed();
-            while (times.size() == 1 && clock.elapsed() < 70) {
-            } // holds the loop up past the due times 40 and 60
+            while (times.size() == 1 && clock.elapsed() < 110) {
+            } // holds the loop up past the due time 100
         },
         {}, true);
     ASSERT_TRUE(QTest::qWaitFor([&] { return times.size() >= 2; }, 10'000));
     timer->invalidate();
-    EXPECT_GE(times[1], 80);
+    EXPECT_GE(times[1], 150);
 }
 
 TEST_F(TimerTest, KeepsSharedTargetsAndInfosAndGuardsOthers)
@@ -255,24 +249,12 @@ TEST_F(TimerTest, FiresAtMost64InAPassAndNoneThatWasRequestedWithinIt)
     counter->invalidate();
 }
 
-TEST_F(TimerTest, FiresAHundredThousandInOrder)
-{
-    constexpr int count = 100'000;
-    QList<int> order;
-    for (int i = 0; i < count; ++i)
-        Timer::scheduledTimerWithTimeInterval(0, &target, [&order, i] { order << i; });
-    const QDeadlineTimer deadline(60'000);
-    while (order.size() < count && !deadline.hasExpired())
-        QCoreApplication::processEvents();
-    ASSERT_EQ(order.size(), count);
-    EXPECT_TRUE(std::is_sorted(order.begin(), order.end()));
-}
-
 TEST_F(TimerTest, BelongsToThreadsWithALoopAndEndsWithThem)
 {
     std::shared_ptr<Timer> pending;
     std::weak_ptr<Target> watch;
     int fired = 0;
+    const auto checked = std::make_shared<QSemaphore>();
     std::unique_ptr<QThread> thread(QThread::create([&] {
         QEventLoop loop;
         auto kept = std::make_shared<Target>();
@@ -283,12 +265,15 @@ TEST_F(TimerTest, BelongsToThreadsWithALoopAndEndsWithThem)
             loop.quit();
         });
         loop.exec();
+        // Until that is checked, nothing else of the thread goes.
+        static thread_local const auto last = qScopeGuard([checked] { checked->tryAcquire(1, 2000); });
     }));
     thread->start();
     ASSERT_TRUE(thread->wait(10'000));
     EXPECT_EQ(fired, 1);
     EXPECT_FALSE(pending->isValid());
     EXPECT_TRUE(watch.expired());
+    checked->release();
 
     LogRecorder log;
     bool valid = true;

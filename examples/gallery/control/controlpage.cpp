@@ -44,6 +44,9 @@ QWidget *ControlPage::makeControls()
     layout->addWidget(m_pace);
     m_cars = new QLabel;
     layout->addWidget(m_cars);
+    auto *hint = new QLabel(tr("The filled state is the one last requested; its lamps follow when its delay is over."));
+    hint->setWordWrap(true);
+    layout->addWidget(hint);
     layout->addStretch();
     return controls;
 }
@@ -72,6 +75,7 @@ QWidget *ControlPage::makeViews()
     m_log = new QPlainTextEdit;
     m_log->setReadOnly(true);
     m_log->setTabChangesFocus(true);
+    m_log->setLineWrapMode(QPlainTextEdit::NoWrap);
     m_log->setAccessibleName(tr("Transition log"));
     m_log->setFont(QFont(u"Monospace"_s, 9));
     m_timers = new TimerPanel;
