@@ -3,6 +3,7 @@
 
 #include "window.h"
 
+#include "diagnostics/diagnosticspage.h"
 #include "preferences/preferencespage.h"
 
 #include <dravelin/version.h>
@@ -26,6 +27,7 @@ Window::Window() : m_list(new QListWidget), m_stack(new QStackedWidget)
     connect(m_list, &QListWidget::currentRowChanged, m_stack, &QStackedWidget::setCurrentIndex);
 
     add(new PreferencesPage);
+    add(new DiagnosticsPage);
     show(m_pages.constFirst());
     resize(1120, 680);
 }
