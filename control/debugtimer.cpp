@@ -3,7 +3,7 @@
 
 #include <dravelin/control/timers.h>
 
-#include <dravelin/platform/log.h>
+#include <dravelin/diagnostics/console.h>
 
 namespace dravelin {
 
@@ -21,12 +21,10 @@ ElapsedTimer &processTimer()
     return *debugTimer;
 }
 
-void printDebugLine(const QString &line) { logInfo(line); }
-
 } // namespace
 
 void startDebugTimer() { processTimer().startTimer(); }
 
-void reportDebugTimer() { printDebugLine(processTimer().elapsedTimeString()); }
+void reportDebugTimer() { console(processTimer().elapsedTimeString()); }
 
 } // namespace dravelin

@@ -45,9 +45,9 @@ void ConsoleFeed::restart()
     wake();
 }
 
-bool ConsoleFeed::eventFilter(QObject *watched, QEvent *event)
+bool ConsoleFeed::eventFilter(QObject *, QEvent *event)
 {
-    if (watched == m_view && event->type() == QEvent::Show)
+    if (event->type() == QEvent::Show)
         wake();
     return false;
 }

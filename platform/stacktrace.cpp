@@ -98,7 +98,8 @@ void prepareStackTraces()
     if (traceState)
         return;
     traceState = backtrace_create_state(nullptr, true, ignoreError, nullptr);
-    for (const quintptr address : captureStack().frames())
+    const CapturedStack stack = captureStack();
+    for (const quintptr address : stack.frames())
         resolve(address);
 }
 

@@ -6,6 +6,7 @@
 //   dravelin-gallery               opens the window
 //   dravelin-gallery --tour DIR    lets every page do its job without a person, and writes pictures and texts to DIR
 
+#include "diagnostics/crash.h"
 #include "page.h"
 #include "preferences/child.h"
 #include "tour.h"
@@ -52,6 +53,8 @@ int main(int argc, char **argv)
         nameApplication();
         return runChild(QCoreApplication::arguments().mid(2));
     }
+    if (argc > 2 && qstrcmp(argv[1], "--crash") == 0)
+        return runCrash(QString::fromLocal8Bit(argv[2]));
     QApplication application(argc, argv);
     nameApplication();
     if (const QStringList arguments = QCoreApplication::arguments(); arguments.value(1) == u"--tour"_s)

@@ -4,6 +4,7 @@
 #include "window.h"
 
 #include "control/controlpage.h"
+#include "diagnostics/diagnosticspage.h"
 #include "preferences/preferencespage.h"
 #include "undo/undopage.h"
 
@@ -30,6 +31,7 @@ Window::Window() : m_list(new QListWidget), m_stack(new QStackedWidget)
     add(new PreferencesPage);
     add(new ControlPage);
     add(new UndoPage);
+    add(new DiagnosticsPage);
     show(m_pages.constFirst());
     resize(1120, 680);
 }

@@ -13,6 +13,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <stdexcept>
+#include <sys/mman.h>
 #include <sys/time.h>
 #include <unistd.h>
 
@@ -56,10 +57,10 @@ void raiseAll()
         std::raise(number);
 }
 
-void writeToNull()
+void writeToForbiddenPage()
 {
-    volatile int *nowhere = nullptr;
-    *nowhere = 1;
+    void *page = ::mmap(nullptr, 4096, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    *static_cast<volatile int *>(page) = 1;
 }
 
 int overflowStack(int depth)
@@ -164,7 +165,7 @@ constexpr Way ways[] = {
     {"number", throwNumber},
     {"terminate", terminate},
     {"raise", raiseAll},
-    {"null", writeToNull},
+    {"fault", writeToForbiddenPage},
     {"overflow", overflow},
     {"pipe", writeToClosedPipe},
     {"no-reader", standardErrorWithoutReader},

@@ -99,7 +99,7 @@ TEST(ErrorHandlers, ReportTheSevenSignalsAndReturn)
 TEST(ErrorHandlers, ReportAFaultAgainAndAgain)
 {
     for (const auto &[way, frame] :
-         {std::pair(u"null"_s, u"writeToNull at "_s), {u"overflow"_s, u"overflowStack at "_s}}) {
+         {std::pair(u"fault"_s, u"writeToForbiddenPage at "_s), {u"overflow"_s, u"overflowStack at "_s}}) {
         SCOPED_TRACE(way.toStdString());
         const Outcome first = runChild(way, u"Signal SIGSEGV:"_s);
         EXPECT_EQ(first.lines.value(0), u"Signal SIGSEGV:"_s);

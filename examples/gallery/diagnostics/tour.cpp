@@ -1,0 +1,64 @@
+// SPDX-FileCopyrightText: Dravelin contributors
+// SPDX-License-Identifier: MIT
+
+// What the diagnostics page does on its own: the console beside the window, many lines, and a report of every crash.
+
+#include "tour.h"
+
+#include "diagnostics/crash.h"
+#include "diagnostics/diagnosticspage.h"
+
+#include <dravelin/diagnostics.h>
+#include <dravelin/platform/log.h>
+
+#include <QtWidgets/QLabel>
+#include <QtWidgets/QPlainTextEdit>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// Keeps the tour's own output readable.
+class Silence : public dravelin::LogSink
+{
+public:
+    void write(QtMsgType, const QString &) override {}
+};
+
+int shownLines() { return dravelin::currentConsole()->textDisplay()->blockCount() - 1; }
+
+} // namespace
+
+void DiagnosticsPage::runTour(Tour &tour)
+{
+    const auto previous = dravelin::LogSink::setCurrent(std::make_shared<Silence>());
+    openConsole();
+    printValues();
+    tour.waitFor([] { return shownLines() == 7; }, u"the console shows seven lines"_s);
+    const QWidget *console = dravelin::currentConsole()->window();
+    tour.expect(console->frameGeometry().topLeft() == window()->frameGeometry().topRight() + QPoint(21, 0),
+                u"the console is 20 to the right of the window"_s);
+    tour.picture(dravelin::currentConsole()->window(), u"diagnostics-1-console"_s);
+    tour.text(u"diagnostics-1-console"_s, dravelin::currentConsole()->text().replace(u'\r', u'\n'));
+
+    printManyLines();
+    tour.waitFor([] { return shownLines() == 100'007; }, u"100,000 lines come into the open console"_s);
+    tour.expect(dravelin::currentConsole()->find(u"line 77777"_s), u"a line is found in the console"_s);
+    tour.picture(dravelin::currentConsole()->window(), u"diagnostics-2-found"_s);
+    dravelin::killConsole();
+    dravelin::LogSink::setCurrent(previous);
+
+    showMemory();
+    const QStringList ways = waysToCrash();
+    for (const QString &way : ways) {
+        crash(way);
+        tour.waitFor([this] { return m_child.state() == QProcess::NotRunning; }, u"a process ends by "_s + way);
+        takeReport();
+        const QString report = m_report->toPlainText();
+        tour.expect(report.contains(u"Signal SIG"_s) && report.contains(u"crash.cpp:"_s), u"it reports its end"_s);
+        tour.text(u"diagnostics-3-"_s + way, report);
+    }
+    crash(u"exception"_s);
+    tour.waitFor([this] { return m_child.state() == QProcess::NotRunning; }, u"a process ends by an exception"_s);
+    tour.picture(window(), u"diagnostics-4-report"_s);
+}
