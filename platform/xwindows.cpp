@@ -56,7 +56,7 @@ QString processName(qint64 processId)
     const QString process = u"/proc/%1/"_s.arg(processId);
     QString name = readFile(process + u"comm"_s);
     name.chop(1);
-    const QString program = QFileInfo(readFile(process + u"cmdline"_s).section(QChar(u'\0'), 0, 0)).fileName();
+    QString program = QFileInfo(readFile(process + u"cmdline"_s).section(QChar(u'\0'), 0, 0)).fileName();
     if (name.toUtf8().size() == 15 && program.startsWith(name))
         return program;
     return name.isEmpty() ? QString() : name;

@@ -93,6 +93,9 @@ TEST_F(ObjectTrackerTest, ContainerCountsTheGoneUntilTrimmed)
     EXPECT_EQ(container.report(), u"(null) - Snap:1 Count:1 Delta:0"_s);
     container.trimObjects();
     EXPECT_EQ(container.report(), u"(null) - Snap:1 Count:0 Delta:-1"_s);
+    container.addObject(std::make_unique<Foo>().get());
+    container.takeSnapShotCount();
+    EXPECT_EQ(container.report(), u"(null) - Snap:0 Count:0 Delta:0"_s);
 }
 
 TEST_F(ObjectTrackerTest, TrimsExactlyTheGoneAmongMany)

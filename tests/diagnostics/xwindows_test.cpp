@@ -102,14 +102,20 @@ TEST_F(XWindowsTest, AreDescribedByTheWindowManager)
     if (QStandardPaths::findExecutable(u"openbox"_s).isEmpty())
         GTEST_SKIP() << "there is no openbox to manage windows";
     clients.push_back(std::make_unique<QProcess>());
-    clients.back()->start(u"openbox"_s, {});
+    clients.back()->start(u"openbox"_s, {u"--startup"_s, u"echo ready"_s}); // it manages windows by then
+    while (!clients.back()->canReadLine())
+        ASSERT_TRUE(clients.back()->waitForReadyRead(30'000)) << "openbox did not start";
     const auto find = [](const QString &title) {
         const QList<WindowInfo> windows = DisplayService::current()->windowList();
         const auto found = std::find_if(windows.begin(), windows.end(), [&](auto &w) { return w.name == title; });
         return found == windows.end() ? WindowInfo() : *found;
     };
     const auto becomes = [&](const QString &title, auto &&condition) {
-        return QTest::qWaitFor([&] { return condition(find(title)); }, 30'000);
+        if (QTest::qWaitFor([&] { return condition(find(title)); }, 30'000))
+            return testing::AssertionSuccess();
+        const WindowInfo last = find(title);
+        return testing::AssertionFailure() << last.identifier << ": " << last.bounds.x() << ' ' << last.bounds.y()
+                                           << ' ' << last.bounds.width() << ' ' << last.bounds.height();
     };
     openWindow({u"framed"_s, u"100"_s, u"100"_s, u"300"_s, u"200"_s});
     EXPECT_TRUE(becomes(u"framed"_s, [](const WindowInfo &w) {

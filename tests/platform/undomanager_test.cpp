@@ -250,6 +250,22 @@ TEST_F(UndoManagerTest, SurvivesArgumentsThatTakeTargetsAlong)
     }
 }
 
+TEST_F(UndoManagerTest, DropsLaterStepsWhoseTargetsEarlierOnesOwn)
+{
+    for (auto *drop : {+[](UndoManager &m) { m.removeAllActions(); }, +[](UndoManager &m) { m.setLevelsOfUndo(1); }}) {
+        auto target = std::make_shared<Counter>(manager);
+        for (int i = 0; i < 20; ++i) {
+            auto next = std::make_shared<Counter>(manager);
+            manager.registerUndoWithTarget(target.get(), "takeFrom:", next);
+            target = next;
+        }
+        target.reset();
+        drop(manager);
+        manager.setLevelsOfUndo(0);
+        EXPECT_FALSE(manager.canUndo());
+    }
+}
+
 TEST_F(UndoManagerTest, AllowsAnythingInACall)
 {
     LogRecorder log;

@@ -67,12 +67,11 @@ public:
     requires std::invocable<Handler &, Target *> || std::invocable<Handler &>
     void registerUndoWithTarget(Target *target, Handler handler)
     {
-        registerUndo(Action<UndoManager *>(target, [target, handler = std::move(handler)]() mutable {
-            if constexpr (std::invocable<Handler &, Target *>)
-                std::invoke(handler, target);
-            else
-                handler();
-        }));
+        if constexpr (std::invocable<Handler &, Target *>)
+            registerUndo(Action<UndoManager *>(
+                target, [target, handler = std::move(handler)]() mutable { std::invoke(handler, target); }));
+        else
+            registerUndo(Action<UndoManager *>(target, [handler = std::move(handler)]() mutable { handler(); }));
     }
 
     /// The same: a member function and its argument. An object is given as `std::shared_ptr` and passed as a pointer.
