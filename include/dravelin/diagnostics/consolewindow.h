@@ -34,7 +34,7 @@ namespace dravelin {
 class DRAVELIN_EXPORT ConsoleWindowController : public Object
 {
     Q_OBJECT
-    Q_MOC_INCLUDE(<QtWidgets/QPlainTextEdit>)
+    Q_MOC_INCLUDE("QtWidgets/QPlainTextEdit")
     Q_PROPERTY(QPlainTextEdit *textDisplay READ textDisplay WRITE setTextDisplay NOTIFY textDisplayChanged)
 
 public:
