@@ -6,6 +6,7 @@
 #include "diagnostics/crash.h"
 
 #include <dravelin/diagnostics.h>
+#include <dravelin/encoding/collections.h>
 
 #include <QtCore/QCoreApplication>
 #include <QtWidgets/QHBoxLayout>
@@ -29,6 +30,12 @@ void add(QLayout *layout, const QString &text, QObject *context, const std::func
     QObject::connect(button, &QPushButton::clicked, context, action);
 }
 
+/// What the tracker counts.
+class Document : public QObject
+{
+    Q_OBJECT
+};
+
 } // namespace
 
 DiagnosticsPage::DiagnosticsPage() : m_memory(new QLabel), m_report(new QPlainTextEdit)
@@ -37,12 +44,13 @@ DiagnosticsPage::DiagnosticsPage() : m_memory(new QLabel), m_report(new QPlainTe
     m_report->setTabChangesFocus(true);
     m_report->setLineWrapMode(QPlainTextEdit::NoWrap);
     m_report->setFont(QFont(u"Monospace"_s, 9));
-    m_report->setAccessibleName(tr("Crash report"));
-    m_report->setPlaceholderText(tr("The report of the process that crashed"));
+    m_report->setAccessibleName(tr("Report"));
+    m_report->setPlaceholderText(tr("Reports appear here"));
 
     auto *layout = new QVBoxLayout(this);
     layout->addWidget(makeConsoleButtons());
     layout->addWidget(m_memory);
+    layout->addWidget(makeTrackerButtons());
     layout->addWidget(makeCrashButtons());
     layout->addWidget(m_report, 1);
     connect(&m_child, &QProcess::readyReadStandardError, this, &DiagnosticsPage::takeReport);
@@ -69,6 +77,19 @@ QWidget *DiagnosticsPage::makeConsoleButtons()
     add(layout, tr("C&lear"), this, [] { dravelin::clearConsole(); });
     add(layout, tr("&Kill"), this, [] { dravelin::killConsole(); });
     add(layout, tr("Show &memory"), this, [this] { showMemory(); });
+    return buttons;
+}
+
+QWidget *DiagnosticsPage::makeTrackerButtons()
+{
+    auto *buttons = new QWidget;
+    auto *layout = new QHBoxLayout(buttons);
+    layout->setContentsMargins({});
+    add(layout, tr("&Create a document"), this, [this] { createDocument(); });
+    add(layout, tr("&Destroy a document"), this, [this] { destroyDocument(); });
+    add(layout, tr("&Take a snapshot"), this, [this] { takeSnapshot(); });
+    add(layout, tr("Dump &screens"), this, [this] { showText(dravelin::dumpScreens()); });
+    add(layout, tr("Dump w&indows"), this, [this] { showText(dravelin::dumpWindowList()); });
     return buttons;
 }
 
@@ -106,6 +127,31 @@ void DiagnosticsPage::printManyLines()
 
 void DiagnosticsPage::showMemory() { m_memory->setText(tr("Resident memory: %1").arg(dravelin::reportMemory())); }
 
+void DiagnosticsPage::createDocument()
+{
+    dravelin::_initializeObjectTracker();
+    m_documents.push_back(std::make_unique<Document>());
+    dravelin::_trackObject(m_documents.back().get());
+    showTracked();
+}
+
+void DiagnosticsPage::destroyDocument()
+{
+    if (!m_documents.empty())
+        m_documents.pop_back();
+    showTracked();
+}
+
+void DiagnosticsPage::takeSnapshot()
+{
+    dravelin::_takeSnapCount();
+    showTracked();
+}
+
+void DiagnosticsPage::showTracked() { showText(dravelin::_dumpTrackedObjects()); }
+
+void DiagnosticsPage::showText(const QString &text) { m_report->setPlainText(dravelin::normalizeLineEndings(text, 2)); }
+
 void DiagnosticsPage::crash(const QString &way)
 {
     m_child.kill();
@@ -121,3 +167,5 @@ void DiagnosticsPage::takeReport()
     if (report.size() > enoughReport)
         m_child.kill();
 }
+
+#include "diagnosticspage.moc"

@@ -7,10 +7,14 @@
 
 #include <QtCore/QProcess>
 
+#include <memory>
+#include <vector>
+
 class QLabel;
 class QPlainTextEdit;
 
-/// The console beside the window, the use of memory, and the report of a process that crashes.
+/// The console beside the window, the use of memory, tracked objects, dumps of screens and windows, and the report of a
+/// process that crashes.
 class DiagnosticsPage : public Page
 {
     Q_OBJECT
@@ -25,11 +29,17 @@ public:
 private:
     QWidget *makeConsoleButtons();
     QWidget *makeCrashButtons();
+    QWidget *makeTrackerButtons();
 
     void openConsole();
     void printValues();
     void printManyLines();
     void showMemory();
+    void createDocument();
+    void destroyDocument();
+    void takeSnapshot();
+    void showTracked();
+    void showText(const QString &text);
     /// Starts the gallery anew as a process that crashes, and shows its report.
     void crash(const QString &way);
     void takeReport();
@@ -37,4 +47,5 @@ private:
     QLabel *m_memory;
     QPlainTextEdit *m_report;
     QProcess m_child;
+    std::vector<std::unique_ptr<QObject>> m_documents;
 };

@@ -49,6 +49,20 @@ void DiagnosticsPage::runTour(Tour &tour)
     dravelin::LogSink::setCurrent(previous);
 
     showMemory();
+    for (int i = 0; i < 3; ++i)
+        createDocument();
+    takeSnapshot();
+    createDocument();
+    createDocument();
+    destroyDocument();
+    tour.expect(m_report->toPlainText().contains(u"Document - Snap:3 Count:4 Delta:1"_s),
+                u"the tracker counts what was created and not destroyed"_s);
+    tour.picture(window(), u"diagnostics-3-tracked"_s);
+    tour.text(u"diagnostics-3-tracked"_s, m_report->toPlainText());
+    showText(dravelin::dumpScreens() + dravelin::dumpWindowList());
+    tour.expect(m_report->toPlainText().contains(u"{{"_s), u"the screens are dumped"_s);
+    tour.text(u"diagnostics-3-screens"_s, m_report->toPlainText());
+
     const QStringList ways = waysToCrash();
     for (const QString &way : ways) {
         crash(way);
@@ -56,7 +70,7 @@ void DiagnosticsPage::runTour(Tour &tour)
         takeReport();
         const QString report = m_report->toPlainText();
         tour.expect(report.contains(u"Signal SIG"_s) && report.contains(u"crash.cpp:"_s), u"it reports its end"_s);
-        tour.text(u"diagnostics-3-"_s + way, report);
+        tour.text(u"diagnostics-4-"_s + way, report);
     }
     crash(u"exception"_s);
     tour.waitFor([this] { return m_child.state() == QProcess::NotRunning; }, u"a process ends by an exception"_s);
