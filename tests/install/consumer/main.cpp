@@ -67,6 +67,7 @@ public:
     {
         seen += proxy->getOldValue().toString() + '>' + proxy->getNewValue().toString() + ' ';
     }
+    Q_INVOKABLE void entered(qint64 info) { seen += QString::number(info); }
     Q_INVOKABLE void documentSavedAction(dravelin::Notification *notification) { seen += notification->name(); }
 };
 
@@ -96,6 +97,48 @@ void changesAndNotificationsArrive()
     dravelin::setValue(&document, "2", "pages");
     dravelin::ObserverProxy::sendNotification("documentSaved", &document);
     check(watcher.seen == "1>2 1>2 documentSaved", "observers are called by name and by member function");
+}
+
+void statesAreEntered()
+{
+    enum { Loading, Ready };
+    Watcher watcher;
+    auto machine = std::make_shared<dravelin::StateMachine>();
+    machine->addState(Loading, {&watcher, "entered:"});
+    machine->addState(Ready, {&watcher, &Watcher::entered});
+    machine->reset();
+    while (watcher.seen.isEmpty())
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    dravelin::StateMachineMutex downloads(machine, 2, Ready, 7);
+    check(!downloads.decrementMutex() && downloads.decrementMutex(), "the last event is known");
+    while (watcher.seen.size() < 2)
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    check(watcher.seen == "07" && machine->currentState() == Ready, "states are entered from the event loop");
+}
+
+void changesAreUndone()
+{
+    dravelin::UndoManager manager;
+    Document document;
+    auto item = dravelin::createUndoItem(
+        &manager, &document, [&](dravelin::UndoItem *undone) { document.pages = int(undone->getIntegerPairItem1()); },
+        true, "Insert Page");
+    item->addIntegerPairItem1(document.pages, 2);
+    document.pages = 2;
+    check(manager.undoMenuItemTitle() == "Undo Insert Page", "a step is named");
+    manager.undo();
+    check(document.pages == 1 && !manager.canUndo(), "a step is undone");
+}
+
+void leaksAreFound()
+{
+    dravelin::_initializeObjectTracker();
+    auto document = std::make_unique<Document>();
+    dravelin::_trackObject(document.get());
+    dravelin::_takeSnapCount();
+    check(dravelin::_dumpTrackedObjects().endsWith("Document - Snap:1 Count:1 Delta:0\r"), "an object is tracked");
+    document.reset();
+    check(dravelin::_dumpTrackedObjects().isEmpty(), "an object that is gone is forgotten");
 }
 
 void settingsAreKept()
@@ -153,6 +196,9 @@ int main(int argc, char **argv)
     const QCoreApplication application(argc, argv);
     objectsAreShared();
     changesAndNotificationsArrive();
+    statesAreEntered();
+    changesAreUndone();
+    leaksAreFound();
     settingsAreKept();
     bytesHaveText();
     exceptionsCrossTheLibrary();
