@@ -3,6 +3,7 @@
 
 #include <dravelin/control/transitions.h>
 
+#include <tuple>
 #include <utility>
 
 namespace dravelin {
@@ -48,7 +49,11 @@ struct Edge
     StateTransition::Kind kind;
     qint64 from;
     qint64 to;
-    auto operator<=>(const Edge &) const = default;
+
+    friend bool operator<(const Edge &a, const Edge &b)
+    {
+        return std::tie(a.kind, a.from, a.to) < std::tie(b.kind, b.from, b.to);
+    }
 };
 
 } // namespace
