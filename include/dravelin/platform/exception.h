@@ -54,6 +54,7 @@ private:
 
 /// \name Names of the platform's exceptions
 /// @{
+inline constexpr char NSInternalInconsistencyException[] = "NSInternalInconsistencyException";
 inline constexpr char NSInvalidArgumentException[] = "NSInvalidArgumentException";
 inline constexpr char NSMallocException[] = "NSMallocException";
 inline constexpr char NSRangeException[] = "NSRangeException";

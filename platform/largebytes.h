@@ -1,0 +1,19 @@
+// SPDX-FileCopyrightText: Dravelin contributors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <QtCore/QByteArray>
+
+namespace dravelin::detail {
+
+/// Bytes to be written over. Their memory is untouched; when there is much of it, the system is asked for huge pages,
+/// for a page fault per 4 KiB is a good part of the cost of filling fresh memory.
+/// \throws std::bad_alloc
+[[nodiscard]] QByteArray uninitializedBytes(qsizetype size);
+
+/// Makes the bytes longer, to exactly that capacity; new ones are as in uninitializedBytes(). Large blocks keep their
+/// pages, so nothing is copied. \throws std::bad_alloc, leaving the bytes as they were
+void growBytes(QByteArray &bytes, qsizetype size);
+
+} // namespace dravelin::detail
