@@ -27,6 +27,19 @@ namespace hn = hwy::HWY_NAMESPACE;
 
 namespace {
 
+/// Lines without what separates them.
+template <typename Char>
+struct Lines
+{
+    const Char *in;
+    std::size_t length; ///< at least a block, and a multiple of four
+    std::size_t separatorLength;
+    std::size_t column = 0;
+};
+
+/// They are whole blocks then, wherever the lines end.
+constexpr std::size_t manyLines = 16;
+
 #if HWY_TARGET == HWY_AVX3_DL
 #include <encoding/base64_decode_vbmi-inl.h>
 #else
@@ -73,35 +86,52 @@ HWY_ATTR HWY_INLINE void decodeLine(const Decoder &decoder, const Char *line, st
     store({values(decoder, load(line + i), fault)}, decoder, out + i / 4 * 3);
 }
 
-/// The characters behind the line that are not those of the separator.
+#if HWY_TARGET != HWY_AVX3_DL
+/// \return whether they are all of the alphabet
 template <typename Char>
-HWY_ATTR HWY_INLINE unsigned difference(const Char *behind, const Char *separator, std::size_t length)
+HWY_ATTR HWY_INLINE bool decodeManyLines(const Decoder &decoder, Lines<Char> lines, uchar *out)
 {
-    unsigned bits = 0;
-    for (std::size_t i = 0; i < length; ++i)
-        bits |= unsigned(behind[i] ^ separator[i]);
-    return bits;
+    Vector fault = noFault();
+    for (std::size_t i = 0; i < manyLines; ++i) {
+        decodeLine(decoder, lines.in, lines.length, out, fault);
+        lines.in += lines.length + lines.separatorLength;
+        out += lines.length / 4 * 3;
+    }
+    return !isFault(fault);
+}
+#endif
+
+/// \return whether each line is followed by what stands before the first
+template <typename Char, typename Separator>
+HWY_ATTR HWY_INLINE bool areSeparated(const Char *line, std::size_t lines, std::size_t length,
+                                      Separator separatorLength)
+{
+    const Char *const separator = line - separatorLength;
+    unsigned difference = 0;
+    for (line += length; lines > 0; --lines, line += length + separatorLength) {
+        for (std::size_t i = 0; i < separatorLength; ++i)
+            difference |= unsigned(line[i] ^ separator[i]);
+    }
+    return difference == 0;
 }
 
-/// \return whether all of the lines are as the ones before
-template <typename Char, typename Separator>
-HWY_ATTR HWY_INLINE bool decodeLinesAtOnce(Base64Cursor<Char> &cursor, const Decoder &decoder, std::size_t lines,
-                                           std::size_t length, Separator separatorLength)
+/// \return whether there were as many lines, all as the ones before
+template <std::size_t Count, typename Char, typename Separator>
+HWY_ATTR HWY_INLINE bool decodeLinesAtOnce(Base64Cursor<Char> &cursor, const Decoder &decoder, std::size_t length,
+                                           Separator separatorLength)
 {
-    const Char *const separator = cursor.in - separatorLength, *in = cursor.in;
-    uchar *out = cursor.out;
-    Vector fault = noFault();
-    unsigned different = 0;
-    for (std::size_t line = 0; line < lines; ++line) {
-        decodeLine(decoder, in, length, out, fault);
-        different |= difference(in + length, separator, separatorLength);
-        in += length + separatorLength;
-        out += length / 4 * 3;
-    }
-    if (isFault(fault) || different != 0)
+    const std::size_t size = Count * (length + separatorLength);
+    if (left(cursor) < size + storeMargin || !areSeparated(cursor.in, Count, length, separatorLength))
         return false;
-    cursor.in = in;
-    cursor.out = out;
+    Vector fault = noFault();
+    if constexpr (Count == 1)
+        decodeLine(decoder, cursor.in, length, cursor.out, fault);
+    else if (!decodeManyLines(decoder, Lines<Char>{cursor.in, length, separatorLength}, cursor.out))
+        return false;
+    if (isFault(fault))
+        return false;
+    cursor.in += size;
+    cursor.out += Count * length / 4 * 3;
     return true;
 }
 
@@ -111,12 +141,12 @@ HWY_ATTR HWY_INLINE void decodeLines(Base64Cursor<Char> &cursor, std::size_t len
     if (length < blockChars || length % 4 != 0)
         return;
     const Decoder decoder = makeDecoder();
-    for (std::size_t lines : {16, 1}) {
-        while (left(cursor) >= lines * (length + separatorLength) + storeMargin) {
-            if (!decodeLinesAtOnce(cursor, decoder, lines, length, separatorLength))
-                break;
-        }
+    Base64Cursor<Char> at = cursor; // in registers
+    while (decodeLinesAtOnce<manyLines>(at, decoder, length, separatorLength)) {
     }
+    while (decodeLinesAtOnce<1>(at, decoder, length, separatorLength)) {
+    }
+    cursor = at;
 }
 
 #else

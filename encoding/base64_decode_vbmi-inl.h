@@ -41,11 +41,15 @@ HWY_ATTR HWY_INLINE Decoder makeDecoder()
 
 HWY_ATTR HWY_INLINE Vector load(const uchar *text) { return _mm512_loadu_si512(text); }
 
-/// A character beyond 255 becomes one that is not of the alphabet, here and below.
+/// A character beyond 255 becomes one that is not of the alphabet.
+HWY_ATTR HWY_INLINE Vector narrow(Vector first, Vector second)
+{
+    return _mm512_inserti64x4(_mm512_castsi256_si512(_mm512_cvtusepi16_epi8(first)), _mm512_cvtusepi16_epi8(second), 1);
+}
+
 HWY_ATTR HWY_INLINE Vector load(const char16_t *text)
 {
-    const __m256i first = _mm512_cvtusepi16_epi8(_mm512_loadu_si512(text));
-    return _mm512_inserti64x4(_mm512_castsi256_si512(first), _mm512_cvtusepi16_epi8(_mm512_loadu_si512(text + 32)), 1);
+    return narrow(_mm512_loadu_si512(text), _mm512_loadu_si512(text + 32));
 }
 
 HWY_ATTR HWY_INLINE Vector loadPart(const uchar *text, quint64 which)
@@ -58,7 +62,20 @@ HWY_ATTR HWY_INLINE Vector loadPart(const char16_t *text, quint64 which)
     const __m512i fill = _mm512_set1_epi16('A');
     const __m512i first = _mm512_mask_loadu_epi16(fill, __mmask32(which), text);
     const __m512i second = _mm512_mask_loadu_epi16(fill, __mmask32(which >> 32), text + 32);
-    return _mm512_inserti64x4(_mm512_castsi256_si512(_mm512_cvtusepi16_epi8(first)), _mm512_cvtusepi16_epi8(second), 1);
+    return narrow(first, second);
+}
+
+/// The characters at `text`, but where a bit is set those at `further`.
+HWY_ATTR HWY_INLINE Vector loadJoined(const uchar *text, const uchar *further, quint64 which)
+{
+    return _mm512_mask_loadu_epi8(load(text), which, further);
+}
+
+HWY_ATTR HWY_INLINE Vector loadJoined(const char16_t *text, const char16_t *further, quint64 which)
+{
+    const __m512i first = _mm512_mask_loadu_epi16(_mm512_loadu_si512(text), __mmask32(which), further);
+    const __m512i second = _mm512_mask_loadu_epi16(_mm512_loadu_si512(text + 32), __mmask32(which >> 32), further + 32);
+    return narrow(first, second);
 }
 
 HWY_ATTR HWY_INLINE Vector noFault() { return _mm512_setzero_si512(); }
@@ -127,4 +144,34 @@ HWY_ATTR HWY_INLINE void decodeRest(Base64Cursor<Char> &cursor, const Decoder &d
                             _mm512_permutexvar_epi8(decoder.pack[0], groups(part)));
     cursor.in += faults == 0 && isLast ? size : valid;
     cursor.out += valid * 3 / 4;
+}
+
+/// A block may begin in one line and end in the next.
+template <typename Char>
+HWY_ATTR HWY_INLINE Vector nextBlock(Lines<Char> &lines)
+{
+    const std::size_t rest = lines.length - lines.column;
+    const quint64 beyond = rest < blockChars ? ~quint64(0) << rest : 0;
+    const Vector block = loadJoined(lines.in, lines.in + lines.separatorLength, beyond);
+    const bool isNext = rest <= blockChars;
+    lines.in += blockChars + (isNext ? lines.separatorLength : 0);
+    lines.column += blockChars - (isNext ? lines.length : 0);
+    return block;
+}
+
+/// Decodes the alphabet's characters of many lines. What stands between the lines is not looked at.
+/// \return whether they are all of the alphabet
+template <typename Char>
+HWY_ATTR HWY_INLINE bool decodeManyLines(const Decoder &decoder, Lines<Char> lines, uchar *out)
+{
+    Vector fault = noFault(), block[4];
+    std::size_t blocks = manyLines * lines.length / blockChars;
+    for (; blocks >= 4; blocks -= 4, out += 4 * blockBytes) {
+        for (Vector &each : block)
+            each = values(decoder, nextBlock(lines), fault);
+        store(block, decoder, out);
+    }
+    for (; blocks > 0; --blocks, out += blockBytes)
+        store({values(decoder, nextBlock(lines), fault)}, decoder, out);
+    return !isFault(fault);
 }
