@@ -75,15 +75,17 @@ HWY_ATTR HWY_INLINE void store(__m512i characters, char16_t *text, quint64 which
                              _mm512_cvtepu8_epi16(_mm512_extracti64x4_epi64(characters, 1)));
 }
 
+HWY_ATTR HWY_INLINE quint64 lowestBits(std::size_t count) { return count == 0 ? 0 : ~quint64(0) >> (64 - count); }
+
 /// At most 48 bytes, padded when they are the last.
 template <typename Char>
 HWY_ATTR HWY_INLINE void encodePart(const Encoder &encoder, const uchar *bytes, std::size_t size, Char *text)
 {
     const std::size_t length = (size + 2) / 3 * 4, padding = (3 - size % 3) % 3;
-    const __m512i input = _mm512_maskz_loadu_epi8((quint64(1) << size) - 1, bytes);
-    const quint64 padded = ((quint64(1) << padding) - 1) << (length - padding);
+    const __m512i input = _mm512_maskz_loadu_epi8(lowestBits(size), bytes);
+    const quint64 padded = lowestBits(length) & ~lowestBits(length - padding);
     const __m512i characters = _mm512_mask_mov_epi8(encoded(encoder, input), padded, _mm512_set1_epi8('='));
-    store(characters, text, length == 0 ? 0 : ~quint64(0) >> (64 - length));
+    store(characters, text, lowestBits(length));
 }
 
 template <typename Char>
