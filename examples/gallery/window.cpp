@@ -5,6 +5,7 @@
 
 #include "control/controlpage.h"
 #include "diagnostics/diagnosticspage.h"
+#include "encoding/encodingpage.h"
 #include "preferences/preferencespage.h"
 #include "undo/undopage.h"
 
@@ -31,6 +32,7 @@ Window::Window() : m_list(new QListWidget), m_stack(new QStackedWidget)
     add(new PreferencesPage);
     add(new ControlPage);
     add(new UndoPage);
+    add(new EncodingPage);
     add(new DiagnosticsPage);
     show(m_pages.constFirst());
     resize(1120, 680);
