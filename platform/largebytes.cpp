@@ -11,15 +11,13 @@ namespace {
 
 constexpr quintptr HugePage = quintptr(2) << 20;
 
-/// Only whole pages inside the bytes, so that no other memory is affected. A refusal does no harm.
-void adviseHugePages(QByteArray &bytes)
+/// Only whole pages inside the memory, so that no other is affected. A refusal does no harm.
+void adviseHugePages(void *memory, quintptr size)
 {
-    if (quintptr(bytes.size()) < 2 * HugePage)
+    if (size < 2 * HugePage)
         return;
-    char *const data = bytes.data();
-    const quintptr unaligned = -reinterpret_cast<quintptr>(data) & (HugePage - 1);
-    const quintptr length = (quintptr(bytes.size()) - unaligned) & ~(HugePage - 1);
-    madvise(data + unaligned, length, MADV_HUGEPAGE);
+    const quintptr unaligned = -reinterpret_cast<quintptr>(memory) & (HugePage - 1);
+    madvise(static_cast<char *>(memory) + unaligned, (size - unaligned) & ~(HugePage - 1), MADV_HUGEPAGE);
 }
 
 } // namespace
@@ -27,15 +25,22 @@ void adviseHugePages(QByteArray &bytes)
 QByteArray detail::uninitializedBytes(qsizetype size)
 {
     QByteArray bytes(size, Qt::Uninitialized);
-    adviseHugePages(bytes);
+    adviseHugePages(bytes.data(), quintptr(bytes.size()));
     return bytes;
+}
+
+QString detail::uninitializedText(qsizetype size)
+{
+    QString text(size, Qt::Uninitialized);
+    adviseHugePages(text.data(), quintptr(size) * sizeof(QChar));
+    return text;
 }
 
 void detail::growBytes(QByteArray &bytes, qsizetype size)
 {
     bytes.reserve(size); // resize() alone would round up to a power of two
     bytes.resize(size);
-    adviseHugePages(bytes);
+    adviseHugePages(bytes.data(), quintptr(bytes.size()));
 }
 
 } // namespace dravelin

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <QtCore/QByteArray>
+#include <QtCore/QString>
 
 namespace dravelin::detail {
 
@@ -11,6 +12,9 @@ namespace dravelin::detail {
 /// for a page fault per 4 KiB is a good part of the cost of filling fresh memory.
 /// \throws std::bad_alloc
 [[nodiscard]] QByteArray uninitializedBytes(qsizetype size);
+
+/// The same for text.
+[[nodiscard]] QString uninitializedText(qsizetype size);
 
 /// Makes the bytes longer, to exactly that capacity; new ones are as in uninitializedBytes(). Large blocks keep their
 /// pages, so nothing is copied. \throws std::bad_alloc, leaving the bytes as they were

@@ -1,0 +1,40 @@
+// SPDX-FileCopyrightText: Dravelin contributors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <QtCore/QtGlobal>
+
+#include <cstddef>
+
+namespace dravelin::detail {
+
+/// Text still to decode and where its bytes go. There is room for three bytes per four characters of the text, the last
+/// ones rounded up; kernels may write scratch anywhere in it behind what they decoded.
+template <typename Char>
+struct Base64Cursor
+{
+    const Char *in;
+    const Char *end;
+    uchar *out;
+};
+
+/// \name Vectorised pieces of the codec, chosen for the processor at run time
+/// Text is bytes or UTF-16.
+/// @{
+
+/// Encodes all bytes, padding included; `text` has room for exactly that.
+void encodeBase64(const uchar *bytes, std::size_t size, uchar *text);
+void encodeBase64(const uchar *bytes, std::size_t size, char16_t *text);
+
+/// Takes groups of four characters of the alphabet and stops before the first group that has anything else.
+void decodeBase64Groups(Base64Cursor<uchar> &cursor);
+void decodeBase64Groups(Base64Cursor<char16_t> &cursor);
+
+/// Takes lines of `length` characters of the alphabet, each followed by the `separatorLength` characters that stand
+/// before the cursor, and stops before the first line that is different.
+void decodeBase64Lines(Base64Cursor<uchar> &cursor, std::size_t length, std::size_t separatorLength);
+void decodeBase64Lines(Base64Cursor<char16_t> &cursor, std::size_t length, std::size_t separatorLength);
+/// @}
+
+} // namespace dravelin::detail
