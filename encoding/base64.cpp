@@ -7,6 +7,7 @@
 #include <dravelin/values/conversions.h>
 
 #include <encoding/base64_decoder.h>
+#include <encoding/base64_pieces.h>
 #include <platform/largebytes.h>
 
 namespace dravelin {
@@ -15,32 +16,15 @@ namespace {
 
 const uchar *begin(QByteArrayView bytes) { return reinterpret_cast<const uchar *>(bytes.data()); }
 
-/// The vectorised pieces. Where they find little to take, as in text with white space all over, they are asked less often.
+/// \return behind the last byte written, null on failure
 template <typename Char>
-class FastPieces
+uchar *decode(const Char *text, qsizetype size, uchar *bytes)
 {
-public:
-    void takeGroups(detail::Base64Cursor<Char> &at)
-    {
-        if (m_pause > 0 && m_pause-- > 0)
-            return;
-        const Char *const start = at.in;
-        detail::decodeBase64Groups(at);
-        if (at.in - start < worthwhile && at.in != at.end)
-            m_pause = worthwhile;
-    }
-
-    void takeLines(detail::Base64Cursor<Char> &at, std::size_t length, std::size_t separatorLength) const
-    {
-        if (length >= worthwhile)
-            detail::decodeBase64Lines(at, length, separatorLength);
-    }
-
-private:
-    static constexpr int worthwhile = 16;
-
-    int m_pause = 0;
-};
+    const auto count = std::size_t(size);
+    if (count / 4 * 3 < detail::streamedSize)
+        return detail::Base64Decoder<Char, detail::FastPieces<Char>>(text, count, bytes).decode();
+    return detail::Base64Decoder<Char, detail::StreamedPieces<Char>>(text, count, bytes).decode();
+}
 
 /// \return absent bytes on failure
 template <typename Char>
@@ -48,11 +32,26 @@ QByteArray decoded(const Char *text, qsizetype size)
 {
     QByteArray bytes = detail::uninitializedBytes(decodedBase64Capacity(size));
     auto *out = reinterpret_cast<uchar *>(bytes.data());
-    const uchar *end = detail::Base64Decoder<Char, FastPieces<Char>>(text, std::size_t(size), out).decode();
+    const uchar *end = decode(text, size, out);
     if (!end)
         return {};
     bytes.truncate(end - out);
     return bytes;
+}
+
+template <typename Char>
+void encode(const uchar *bytes, qsizetype size, Char *text)
+{
+    constexpr qsizetype pieceBytes = 12288, pieceChars = encodedBase64Size(pieceBytes);
+    if (std::size_t(encodedBase64Size(size)) * sizeof(Char) >= detail::streamedSize) {
+        alignas(64) Char piece[pieceChars];
+        for (; size >= pieceBytes; bytes += pieceBytes, size -= pieceBytes, text += pieceChars) {
+            detail::encodeBase64(bytes, pieceBytes, piece);
+            detail::streamCopy(text, piece, sizeof piece);
+        }
+        detail::finishStreamCopies();
+    }
+    detail::encodeBase64(bytes, std::size_t(size), text);
 }
 
 void checkRoom(qsizetype room, qsizetype needed)
@@ -69,7 +68,7 @@ QString encodeBase64WithData(const QByteArray &data)
     if (data.isEmpty())
         return {};
     QString text = detail::uninitializedText(encodedBase64Size(data.size()));
-    detail::encodeBase64(begin(data), std::size_t(data.size()), reinterpret_cast<char16_t *>(text.data()));
+    encode(begin(data), data.size(), reinterpret_cast<char16_t *>(text.data()));
     return text;
 }
 
@@ -89,7 +88,7 @@ QByteArray encodeBase64ToBytes(QByteArrayView data)
     if (data.isEmpty())
         return {};
     QByteArray text = detail::uninitializedBytes(encodedBase64Size(data.size()));
-    detail::encodeBase64(begin(data), std::size_t(data.size()), reinterpret_cast<uchar *>(text.data()));
+    encode(begin(data), data.size(), reinterpret_cast<uchar *>(text.data()));
     return text;
 }
 
@@ -104,7 +103,7 @@ qsizetype encodeBase64Into(std::span<char> text, QByteArrayView data)
 {
     const qsizetype size = encodedBase64Size(data.size());
     checkRoom(qsizetype(text.size()), size);
-    detail::encodeBase64(begin(data), std::size_t(data.size()), reinterpret_cast<uchar *>(text.data()));
+    encode(begin(data), data.size(), reinterpret_cast<uchar *>(text.data()));
     return size;
 }
 
@@ -114,8 +113,7 @@ qsizetype decodeBase64Into(std::span<char> bytes, QByteArrayView text)
     if (text.isEmpty())
         return 0;
     auto *out = reinterpret_cast<uchar *>(bytes.data());
-    detail::Base64Decoder<uchar, FastPieces<uchar>> decoder(begin(text), std::size_t(text.size()), out);
-    const uchar *end = decoder.decode();
+    const uchar *end = decode(begin(text), text.size(), out);
     return end ? end - out : -1;
 }
 

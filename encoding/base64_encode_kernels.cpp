@@ -28,6 +28,7 @@ namespace {
 
 constexpr std::size_t blockBytes = 48;
 constexpr std::size_t blockChars = 64;
+constexpr std::size_t worthAligning = 1024;
 
 struct Encoder
 {
@@ -82,13 +83,21 @@ HWY_ATTR HWY_INLINE void encodePart(const Encoder &encoder, const uchar *bytes, 
     const __m512i input = _mm512_maskz_loadu_epi8((quint64(1) << size) - 1, bytes);
     const quint64 padded = ((quint64(1) << padding) - 1) << (length - padding);
     const __m512i characters = _mm512_mask_mov_epi8(encoded(encoder, input), padded, _mm512_set1_epi8('='));
-    store(characters, text, ~quint64(0) >> (64 - length));
+    store(characters, text, length == 0 ? 0 : ~quint64(0) >> (64 - length));
 }
 
 template <typename Char>
 HWY_ATTR HWY_INLINE void encode(const uchar *bytes, std::size_t size, Char *text)
 {
     const Encoder encoder = makeEncoder();
+    if (size >= worthAligning) {
+        // Whole groups up to where the text is aligned, so that no further store crosses a cache line.
+        const std::size_t groups = (-reinterpret_cast<quintptr>(text) & 63) / (4 * sizeof(Char));
+        encodePart(encoder, bytes, 3 * groups, text);
+        bytes += 3 * groups;
+        size -= 3 * groups;
+        text += 4 * groups;
+    }
     for (; size >= 4 * blockBytes + 16; bytes += 4 * blockBytes, size -= 4 * blockBytes, text += 4 * blockChars) {
         for (std::size_t i = 0; i < 4; ++i)
             store(encoded(encoder, _mm512_loadu_si512(bytes + i * blockBytes)), text + i * blockChars);

@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include <dravelin/encoding/base64.h>
+
 #include <QtCore/QtGlobal>
 
 #include <cstddef>
@@ -17,7 +19,25 @@ struct Base64Cursor
     const Char *in;
     const Char *end;
     uchar *out;
+    bool isWholeText = true; ///< whether the text ends at `end`, so that there may be padding before it
 };
+
+/// \return whether the four characters are of the alphabet; their bytes are then written
+template <typename Char>
+bool decodeBase64Group(const Char *text, uchar *out)
+{
+    if ((text[0] | text[1] | text[2] | text[3]) > 127)
+        return false;
+    const int a = _base64DecodingTable[text[0]], b = _base64DecodingTable[text[1]];
+    const int c = _base64DecodingTable[text[2]], d = _base64DecodingTable[text[3]];
+    if ((a | b | c | d) < 0)
+        return false;
+    const auto bits = quint32(a << 18 | b << 12 | c << 6 | d);
+    out[0] = uchar(bits >> 16);
+    out[1] = uchar(bits >> 8);
+    out[2] = uchar(bits);
+    return true;
+}
 
 /// \name Vectorised pieces of the codec, chosen for the processor at run time
 /// Text is bytes or UTF-16.
@@ -27,7 +47,8 @@ struct Base64Cursor
 void encodeBase64(const uchar *bytes, std::size_t size, uchar *text);
 void encodeBase64(const uchar *bytes, std::size_t size, char16_t *text);
 
-/// Takes groups of four characters of the alphabet and stops before the first group that has anything else.
+/// Takes groups of four characters of the alphabet and stops before the first group that has anything else. At the end of
+/// the whole text an incomplete group and padding may be taken too.
 void decodeBase64Groups(Base64Cursor<uchar> &cursor);
 void decodeBase64Groups(Base64Cursor<char16_t> &cursor);
 

@@ -121,3 +121,21 @@ TEST(Base64Room, IsChecked)
     EXPECT_THROW((void)decodeBase64Into(room, "QUFBQ"), Exception);
     EXPECT_EQ(decodeBase64Into(room, "QUFB"), 3);
 }
+
+TEST(Base64Large, GoesPastTheCachesUnchanged)
+{
+    QByteArray bytes(34 << 20, Qt::Uninitialized);
+    std::mt19937 random(1);
+    std::generate(bytes.begin(), bytes.end(), [&] { return char(random()); });
+    const QByteArray text = encodeBase64ToBytes(bytes);
+    EXPECT_EQ(text, bytes.toBase64());
+    EXPECT_EQ(decodeBase64FromBytes(text), bytes);
+
+    QByteArray lines;
+    for (qsizetype i = 0; i < text.size(); i += 76)
+        lines.append(QByteArrayView(text).sliced(i, std::min<qsizetype>(76, text.size() - i))).append("\r\n");
+    lines.insert(lines.size() / 2, ' ');
+    EXPECT_EQ(decodeBase64FromBytes(lines), bytes);
+    lines[lines.size() / 3] = '-';
+    EXPECT_TRUE(decodeBase64FromBytes(lines).isNull());
+}
