@@ -32,7 +32,7 @@ void warn(const QString &what) { logWarning(u"data encoder: "_s + what); }
 /// The records of a blob; nothing when it is none.
 QByteArray recordsOf(const QByteArray &blob, qsizetype maximumSize)
 {
-    const QByteArray stream = decodeBase64ToData(dataToStr(blob));
+    const QByteArray stream = decodeBase64FromBytes(blob);
     if (stream.isNull() && !blob.isNull())
         warn(u"%1 bytes are not Base64"_s.arg(blob.size()));
     try {
@@ -62,7 +62,7 @@ DataEncoder DataEncoder::initWithData(const QByteArray &data, qsizetype maximumS
 
 QByteArray DataEncoder::encodeData() const
 {
-    return isEmpty() ? QByteArray("") : zlibCompressed(d.constData()->text()).toBase64();
+    return isEmpty() ? QByteArray("") : encodeBase64ToBytes(zlibCompressed(d.constData()->text()));
 }
 
 void DataEncoder::decodeData(const QByteArray &data, qsizetype maximumSize)
@@ -90,7 +90,7 @@ void DataEncoder::add(const QString &key, const QByteArray &value)
     else if (value.isEmpty())
         d->remove(bytes);
     else
-        d->insert(bytes, value.toBase64());
+        d->insert(bytes, encodeBase64ToBytes(value));
 }
 
 QString DataEncoder::getString(const QString &key) const { return getHandler(key); }
@@ -104,7 +104,7 @@ QString DataEncoder::getHandler(const QString &key) const
     const auto entry = find(*d, key);
     if (!entry)
         return u""_s;
-    QString value = decodeDataEntry(QString::fromUtf8(*entry));
+    QString value = dataToStr(decodeBase64FromBytes(*entry));
     if (value.isNull())
         warn(u"the entry of \"%1\" is not Base64 of UTF-8 text"_s.arg(key));
     return value;
