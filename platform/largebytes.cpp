@@ -9,15 +9,17 @@ namespace dravelin {
 
 namespace {
 
-constexpr quintptr HugePage = quintptr(2) << 20;
+constexpr quintptr Page = 4096;
+constexpr quintptr WorthIt = quintptr(4) << 20; ///< two huge pages, so that one is whole
 
-/// Only whole pages inside the memory, so that no other is affected. A refusal does no harm.
+/// All pages of the block, the outer ones too: of a mapping that is advised in part the C library cannot move the pages
+/// when it grows, and copies. The advice does no harm to others, nor does a refusal.
 void adviseHugePages(void *memory, quintptr size)
 {
-    if (size < 2 * HugePage)
+    if (size < WorthIt)
         return;
-    const quintptr unaligned = -reinterpret_cast<quintptr>(memory) & (HugePage - 1);
-    madvise(static_cast<char *>(memory) + unaligned, (size - unaligned) & ~(HugePage - 1), MADV_HUGEPAGE);
+    const quintptr before = reinterpret_cast<quintptr>(memory) & (Page - 1);
+    madvise(static_cast<char *>(memory) - before, (before + size + Page - 1) & ~(Page - 1), MADV_HUGEPAGE);
 }
 
 } // namespace

@@ -55,9 +55,26 @@ void bookmarks()
     //! [bookmarks]
 }
 
+void decimals()
+{
+    //! [decimals]
+    const auto price = dravelin::DecimalNumber::withPrecision(2);
+    QObject::connect(price.get(), &dravelin::DecimalNumber::valueChanged,
+                     [&] { out << "now " << price->getStringValue() << '\n'; });
+    price->setStringValue("12.5");
+    price->setStringValue("12.509"); // cut, so nothing changes
+    price->setDoubleValue(-1.5);     // the fraction has no sign
+
+    const auto frame = dravelin::DecimalRect::withPercision(1);
+    frame->setRectValue({1.25, 2, 10.99, 0.5});
+    out << frame->x()->getStringValue() << ' ' << frame->width()->getStringValue() << '\n';
+    //! [decimals]
+}
+
 int main()
 {
     numbers();
     colors();
     bookmarks();
+    decimals();
 }

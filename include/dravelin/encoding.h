@@ -9,3 +9,4 @@
 #include <dravelin/encoding/base64.h>
 #include <dravelin/encoding/collections.h>
 #include <dravelin/encoding/compression.h>
+#include <dravelin/encoding/dataencoder.h>

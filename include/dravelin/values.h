@@ -7,3 +7,4 @@
 /// Text forms of values and back.
 
 #include <dravelin/values/conversions.h>
+#include <dravelin/values/decimal.h>
