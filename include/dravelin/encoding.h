@@ -9,3 +9,5 @@
 #include <dravelin/encoding/base64.h>
 #include <dravelin/encoding/collections.h>
 #include <dravelin/encoding/compression.h>
+#include <dravelin/encoding/xml.h>
+#include <dravelin/encoding/xmlcontentparser.h>
