@@ -18,14 +18,14 @@ void XMLContentParser::addHandler(const QString &name, Handler handler)
         _handlerLookup->remove(name);
 }
 
-void XMLContentParser::parse(const std::shared_ptr<XMLNode> &element) const
+// By value, as a handler may let go of the caller's element.
+void XMLContentParser::parse(std::shared_ptr<XMLNode> element) const
 {
     if (!element)
         return;
-    const auto parent = element;          // a handler may let go of the caller's
-    const auto handlers = _handlerLookup; // and of the parser
-    for (const auto &child : parent->children()) {
-        const QString name = child->parent() == parent ? child->name() : QString();
+    const auto handlers = _handlerLookup; // a handler may destroy the parser
+    for (const auto &child : element->children()) {
+        const QString name = child->parent() == element ? child->name() : QString();
         // A copy, as the handler may replace itself.
         if (const auto handler = name.isNull() ? nullptr : handlers->value(name))
             (*handler)(child);

@@ -42,7 +42,7 @@ XMLTree::Cursor &XMLTree::cursor(xmlNode *parent)
 {
     if (Cursor *known = findCursor(parent))
         return *known;
-    std::ranges::rotate(m_cursors, m_cursors.end() - 1);
+    std::rotate(m_cursors.begin(), m_cursors.end() - 1, m_cursors.end());
     return m_cursors.front() = {.parent = parent};
 }
 

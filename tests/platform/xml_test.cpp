@@ -16,7 +16,6 @@
 using namespace dravelin;
 using namespace Qt::StringLiterals;
 using testing::ElementsAre;
-using testing::HasSubstr;
 
 namespace {
 
@@ -58,7 +57,7 @@ TEST(XMLParse, StrictAndTidy)
         {u"<!DOCTYPE a SYSTEM 'http://127.0.0.1:9/x'><a/>"_s, u"<a/>"_s, {}},
         {u"<a><b>x</a>"_s, {}, u"<a><b>x</b></a>"_s},
         {u"<a x='1' x='2' y='3' x='4'/>"_s, {}, u"<a x=\"1\" y=\"3\"/>"_s},
-        {u"<a><!-- a---b --><!--a---></a>"_s, {}, u"<a><!-- a- - -b --><!--a- --></a>"_s},
+        {u"<a><!-- a---b --></a>"_s, {}, u"<a><!-- a- - -b --></a>"_s},
         {u"<a/>trailing"_s, {}, u"<a/>"_s},
         {u"<a>&nbsp;\x01x</a>"_s, {}, u"<a>x</a>"_s},
         {u"<!DOCTYPE a [<!ELEMENT a (b><a/>"_s, {}, u"<a/>"_s},

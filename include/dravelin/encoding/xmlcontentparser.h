@@ -41,7 +41,7 @@ public:
     /// are not visited, nor are those that have left the element when it is their turn. Does nothing without an element.
     /// What a handler throws ends the walk and is passed on.
     /// \operation{parse:}
-    void parse(const std::shared_ptr<XMLNode> &element) const;
+    void parse(std::shared_ptr<XMLNode> element) const;
 
 private:
     using Handlers = QHash<QString, std::shared_ptr<const Handler>>;
