@@ -91,11 +91,11 @@ xmlDoc *XMLParser::parse(const QByteArray &data)
         logXML(u"the document is longer than 2 GB"_s);
         return nullptr;
     }
-    // The context, not the result, says how it went: the tree of a refused document is there, too.
+    // The context frees it again unless it proves good: refused documents have trees, too.
     m_context->myDoc = xmlCtxtReadMemory(m_context, data.constData(), int(data.size()), nullptr, nullptr, m_options);
     if (isGood()) {
         if (!m_context->wellFormed)
-            dropDocumentType(m_context->myDoc);
+            resetProlog(m_context->myDoc);
         return std::exchange(m_context->myDoc, nullptr);
     }
     logXML(u"the document does not parse: "_s + (m_cause.isEmpty() ? u"it has no root element"_s : m_cause));
@@ -163,8 +163,12 @@ void XMLParser::startElement(void *context, const xmlChar *name, const xmlChar *
                              int declarationCount, const xmlChar **declarations, int attributeCount, int defaultedCount,
                              const xmlChar **attributes)
 {
-    if (std::exchange(of(context).m_attributeRepeated, false))
-        attributeCount = dropRepeatedAttributes(attributes, attributeCount);
+    QVarLengthArray<const xmlChar *> kept;
+    if (std::exchange(of(context).m_attributeRepeated, false)) {
+        kept = withoutRepeatedAttributes(attributes, attributeCount);
+        attributes = kept.data();
+        attributeCount = int(kept.size()) / AttributeFields;
+    }
     xmlSAX2StartElementNs(context, name, prefix, uri, declarationCount, declarations, attributeCount, defaultedCount,
                           attributes);
 }
@@ -184,7 +188,11 @@ void XMLParser::processingInstruction(void *context, const xmlChar *target, cons
 
 xmlDoc *parseXML(const QByteArray &data, XMLOptions options, bool isUtf8)
 {
-    return XMLParser(options, isUtf8).parse(data);
+    xmlDoc *document = XMLParser(options, isUtf8).parse(data);
+    if (!document || isUtf8 || !(options & NSXMLDocumentTidyXML) || holdsUtf8(document))
+        return document;
+    xmlFreeDoc(document);
+    return parseXML(QString::fromUtf8(data).toUtf8(), options, true);
 }
 
 } // namespace dravelin::detail

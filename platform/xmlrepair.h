@@ -4,6 +4,7 @@
 #pragma once
 
 #include <QtCore/QByteArray>
+#include <QtCore/QVarLengthArray>
 
 #include <libxml/tree.h>
 
@@ -11,14 +12,19 @@
 
 namespace dravelin::detail {
 
-/// Keeps the first of every name. \param attributes five entries each, as the parser hands them over
-/// \return how many are left, in order
-int dropRepeatedAttributes(const xmlChar **attributes, int count);
+/// How many entries the parser has for an attribute: name, prefix, namespace, begin and end of the value.
+constexpr int AttributeFields = 5;
+
+/// The first attribute of every name, in order. The parser's own array must stay as it is: it frees values by their place.
+QVarLengthArray<const xmlChar *> withoutRepeatedAttributes(const xmlChar **attributes, int count);
 
 /// The text without "--" and without "-" at its end: a space stands between and behind.
 QByteArray repairedComment(const xmlChar *text);
 
-/// Takes away the document type: its declarations may be broken off.
-void dropDocumentType(xmlDoc *document);
+/// Whether all texts and names are UTF-8. Bytes that are not pass the parser here and there.
+bool holdsUtf8(const xmlDoc *document);
+
+/// Takes away the document type, the declarations in which may be broken off, and the version, which may be none.
+void resetProlog(xmlDoc *document);
 
 } // namespace dravelin::detail

@@ -24,6 +24,13 @@ using WrapContext = std::unique_ptr<xmlDOMWrapCtxt, decltype(&xmlDOMWrapFreeCtxt
 
 } // namespace
 
+XMLTree::XMLTree(xmlDoc *doc, bool isDocument) : m_doc(doc), m_isDocument(isDocument)
+{
+    // Printing writes what the encoding named here lacks as references.
+    xmlFree(const_cast<xmlChar *>(doc->encoding));
+    doc->encoding = xmlStrdup(reinterpret_cast<const xmlChar *>("UTF-8"));
+}
+
 std::shared_ptr<XMLNode> XMLTree::treeOf(xmlNode *node)
 {
     if (!node)

@@ -18,7 +18,7 @@ class XMLTree : public std::enable_shared_from_this<XMLTree>
 {
 public:
     /// Takes over the document. \param isDocument whether users see it, or only the node in it
-    XMLTree(xmlDoc *doc, bool isDocument) : m_doc(doc), m_isDocument(isDocument) {}
+    XMLTree(xmlDoc *doc, bool isDocument);
     ~XMLTree() { xmlFreeDoc(m_doc); }
     Q_DISABLE_COPY_MOVE(XMLTree)
 

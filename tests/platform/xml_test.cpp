@@ -56,7 +56,7 @@ TEST(XMLParse, StrictAndTidy)
         {u"<!DOCTYPE a [<!ENTITY e 'E&#60;b/>'>]><a x='&lt;'>&e;</a>"_s, u"<a x=\"&lt;\">E<b/></a>"_s, u"absent"_s},
         {u"<!DOCTYPE a SYSTEM 'http://127.0.0.1:9/x'><a/>"_s, u"<a/>"_s, {}},
         {u"<a><b>x</a>"_s, {}, u"<a><b>x</b></a>"_s},
-        {u"<a x='1' x='2' y='3' x='4'/>"_s, {}, u"<a x=\"1\" y=\"3\"/>"_s},
+        {u"<a x='1' x='&gt;' y='3' x='&lt;'/>"_s, {}, u"<a x=\"1\" y=\"3\"/>"_s}, // references: values of their own
         {u"<a><!-- a---b --></a>"_s, {}, u"<a><!-- a- - -b --></a>"_s},
         {u"<a/>trailing"_s, {}, u"<a/>"_s},
         {u"<a>&nbsp;\x01x</a>"_s, {}, u"<a>x</a>"_s},
@@ -97,6 +97,10 @@ TEST(XMLParse, DecodesBytes)
         ASSERT_TRUE(document) << data.toStdString();
         EXPECT_EQ(QString::fromUtf8(document->XMLData()), text.arg(u"UTF-8"));
     }
+    const LogRecorder log;
+    EXPECT_FALSE(XMLDocument::fromData("<a b='\xc2'/>"));
+    EXPECT_EQ(print(XMLDocument::fromData("<a b='\xc2'/>", NSXMLDocumentTidyXML)->rootElement()),
+              u"<a b=\"\ufffd\"/>"_s);
 }
 
 TEST(XMLParse, OpensNoFile)

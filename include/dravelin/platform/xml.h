@@ -33,7 +33,8 @@
 ///
 /// What a tree cannot hold and still be printed as XML is refused, with one line in the log, and leaves the tree as it
 /// was: names that are none, and text with control characters other than tab, line feed and carriage return, with lone
-/// surrogates, U+FFFE or U+FFFF; "--" in a comment or "-" at its end; "?>" in a processing instruction.
+/// surrogates, U+FFFE or U+FFFF; "--" in a comment or "-" at its end; "?>" in a processing instruction. Carriage returns
+/// are read back as they are from text and attributes, but as line feeds from comments, CDATA sections and the like.
 ///
 /// Names are qualified as they stand in the file, "svg:path". Declarations of namespaces are the attributes "xmlns" and
 /// "xmlns:...", which come first.
@@ -58,8 +59,8 @@ enum XMLOption : quint32 {
     /// Writing: every element on a line of its own, indented by two spaces for each level down to 30 levels. Elements
     /// that have text stay as they are.
     NSXMLNodePrettyPrint = 1U << 17,
-    /// Reading: keeps the white space between elements, which is dropped otherwise. White space beside text or alone in
-    /// an element is always kept, and so is what `xml:space="preserve"` covers.
+    /// Reading: keeps the white space between elements, which is dropped otherwise. Always kept is the white space in an
+    /// element that begins with text or holds nothing else, and in what `xml:space="preserve"` covers.
     XMLPreserveWhitespace = 1U << 25,
 };
 Q_DECLARE_FLAGS(XMLOptions, XMLOption)
@@ -195,7 +196,7 @@ public:
     [[nodiscard]] static std::shared_ptr<XMLDocument> create();
     /// Reads a document in the encoding that it declares; UTF-8 and UTF-16 need not be declared.
     /// \return nothing when there is no document in the bytes; the log names the cause with line and column
-    /// \cost linear; the tree takes about eight times the size of the bytes
+    /// \cost linear; a tree of many short texts takes ten times the size of the bytes, with XMLPreserveWhitespace sixteen
     [[nodiscard]] static std::shared_ptr<XMLDocument> fromData(const QByteArray &data, XMLOptions options = {});
     /// Reads a document from text, whatever encoding that declares. Text with lone surrogates or NULs is none.
     /// \return nothing, as for fromData()
