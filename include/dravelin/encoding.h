@@ -10,3 +10,5 @@
 #include <dravelin/encoding/collections.h>
 #include <dravelin/encoding/compression.h>
 #include <dravelin/encoding/dataencoder.h>
+#include <dravelin/encoding/xml.h>
+#include <dravelin/encoding/xmlcontentparser.h>

@@ -5,7 +5,7 @@
 
 /// \file
 /// What stands under all subsystems: objects, calls by name, observation, notifications, timers, the settings store,
-/// colours, undo.
+/// colours, undo, XML.
 
 #include <dravelin/platform/action.h>
 #include <dravelin/platform/bookmarks.h>
@@ -24,3 +24,4 @@
 #include <dravelin/platform/timer.h>
 #include <dravelin/platform/undomanager.h>
 #include <dravelin/platform/userdefaults.h>
+#include <dravelin/platform/xml.h>
