@@ -4,7 +4,8 @@
 #pragma once
 
 /// \file
-/// Bytes as text, and helpers for lists, text, maps and bytes.
+/// Bytes as text, arrays of plain numbers, and helpers for lists, text, maps and bytes.
 
 #include <dravelin/encoding/base64.h>
 #include <dravelin/encoding/collections.h>
+#include <dravelin/encoding/nativearray.h>
