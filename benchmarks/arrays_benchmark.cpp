@@ -5,9 +5,10 @@
 
 #include <benchmark/benchmark.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdlib>
-#include <numeric>
+#include <functional>
 #include <random>
 #include <string>
 #include <type_traits>
@@ -21,7 +22,7 @@ template <typename Element>
 std::vector<Element> someNumbers(const std::string &pattern, qint64 size)
 {
     std::mt19937_64 random(1);
-    std::vector<Element> numbers(std::size_t(size));
+    std::vector<Element> numbers(static_cast<std::size_t>(size));
     for (Element &number : numbers)
         number = pattern == "few"              ? Element(random() % 16)
                  : std::is_integral_v<Element> ? Element(random())
