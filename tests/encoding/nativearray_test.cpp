@@ -165,7 +165,6 @@ TYPED_TEST(NativeArrays, SortToOneOrderOrTheOther)
 TEST(NativeShorts, SortByCountingWhenThereAreMany)
 {
     expectSorts<NativeInt16Array>(anyNumbers<qint16>(500'000), "random");
-    expectSorts<NativeUInt16Array>(anyNumbers<quint16>(500'000), "random");
 }
 
 TEST(NativeFloats, SortWithoutLosingElementsToNaN)
