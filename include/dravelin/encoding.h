@@ -4,7 +4,7 @@
 #pragma once
 
 /// \file
-/// Bytes as text, and helpers for lists, text, maps and bytes.
+/// Bytes as text, arrays of plain numbers, and helpers for lists, text, maps and bytes.
 
 #include <dravelin/encoding/base64.h>
 #include <dravelin/encoding/collections.h>
@@ -12,3 +12,4 @@
 #include <dravelin/encoding/dataencoder.h>
 #include <dravelin/encoding/xml.h>
 #include <dravelin/encoding/xmlcontentparser.h>
+#include <dravelin/encoding/nativearray.h>
