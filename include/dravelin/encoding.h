@@ -4,7 +4,8 @@
 #pragma once
 
 /// \file
-/// Bytes as text, and helpers for lists, text, maps and bytes.
+/// Bytes as text, fields of archives, and helpers for lists, text, maps and bytes.
 
 #include <dravelin/encoding/base64.h>
+#include <dravelin/encoding/coder.h>
 #include <dravelin/encoding/collections.h>
