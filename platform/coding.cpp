@@ -31,11 +31,12 @@ Registry &registry()
 
 Coding::~Coding() = default;
 
-void detail::registerCodingClass(const std::type_info &type, const QString &name, std::function<CodingPointer()> create)
+void detail::registerCodingClass(const std::type_info &type, const QString &name,
+                                 const std::function<CodingPointer()> &create)
 {
     const std::lock_guard lock(registry().mutex);
     registry().names.try_emplace(type, name);
-    registry().creators.insert(name, std::move(create));
+    registry().creators.insert(name, create);
 }
 
 QString detail::codingClassName(const std::type_info &type)

@@ -200,7 +200,7 @@ TEST(Archive, KeepsWhoRefersToWhom)
     EXPECT_EQ(log.take().size(), 1);
     for (const auto &object : {a, b, objects[0], objects[1]}) {
         object->next.reset();
-        object->items.clear();
+        object->items = {};
     }
 }
 
@@ -333,7 +333,7 @@ TEST(Archive, CirclesOfListsEnd)
     for (const QVariant &object : objects) {
         QVariantList &items = object.value<std::shared_ptr<Node>>()->items;
         EXPECT_EQ(items.size(), objects.size());
-        items.clear();
+        items = {};
     }
     EXPECT_EQ(log.take(), QStringList());
 }

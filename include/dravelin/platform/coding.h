@@ -72,7 +72,7 @@ concept CodingClass = std::derived_from<T, Coding>;
 
 namespace detail {
 DRAVELIN_EXPORT void registerCodingClass(const std::type_info &type, const QString &name,
-                                         std::function<CodingPointer()> create);
+                                         const std::function<CodingPointer()> &create);
 } // namespace detail
 
 /// Makes a class known to archivers and unarchivers under a name, which is what archives hold: keep it when the class is
