@@ -91,7 +91,8 @@ QVariant dataFrom(const QString &text)
 class Reader
 {
 public:
-    explicit Reader(const QByteArray &data) : m_xml(data) {}
+    enum Uids { AsMaps, AsUids };
+    explicit Reader(const QByteArray &data, Uids uids = AsMaps) : m_xml(data), m_uids(uids) {}
 
     QVariant document();
     QString error() const { return u"line %1: %2"_s.arg(m_xml.lineNumber()).arg(m_xml.errorString()); }
@@ -107,7 +108,16 @@ private:
     QVariant map(int levels);
 
     QXmlStreamReader m_xml;
+    Uids m_uids;
 };
+
+/// The reference that a map stands for, or the map itself.
+QVariant withUid(const QVariantMap &map)
+{
+    const QVariant index = map.size() == 1 ? map.value(u"CF$UID"_s) : QVariant();
+    const bool isUid = index.typeId() == QMetaType::LongLong && index.toLongLong() >= 0;
+    return isUid ? QVariant::fromValue(Uid{index.toULongLong()}) : QVariant(map);
+}
 
 QVariant Reader::failed(const QString &cause)
 {
@@ -206,7 +216,7 @@ QVariant Reader::map(int levels)
             return failed(u"key \"%1\" without a value"_s.arg(key.left(40)));
         result.insert(key, value(levels));
     }
-    return result;
+    return m_uids == AsUids ? withUid(result) : result;
 }
 
 QVariant Reader::document()
@@ -223,17 +233,23 @@ QVariant Reader::document()
     return m_xml.hasError() ? QVariant() : result;
 }
 
+QVariant read(Reader &&reader, QString *error)
+{
+    QVariant result = reader.document();
+    if (!result.isValid() && error)
+        *error = reader.error();
+    return result;
+}
+
 } // namespace
+
+QVariant readWithUids(const QByteArray &data, QString *error) { return read(Reader(data, Reader::AsUids), error); }
 
 } // namespace propertylist
 
 QVariant propertyListFromData(const QByteArray &data, QString *error)
 {
-    propertylist::Reader reader(data);
-    QVariant result = reader.document();
-    if (!result.isValid() && error)
-        *error = reader.error();
-    return result;
+    return propertylist::read(propertylist::Reader(data), error);
 }
 
 } // namespace dravelin

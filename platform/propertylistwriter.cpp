@@ -115,6 +115,13 @@ void appendMap(QByteArray &out, const QVariantMap &map, int indent)
     out.append(indent, '\t').append("</dict>\n");
 }
 
+void appendUid(QByteArray &out, Uid uid, int indent)
+{
+    out.append("<dict>\n");
+    appendEntry(out, QStringLiteral("CF$UID"), qlonglong(uid.index), indent + 1);
+    out.append(indent, '\t').append("</dict>\n");
+}
+
 } // namespace
 
 void appendValue(QByteArray &out, const QVariant &value, int indent)
@@ -141,8 +148,10 @@ void appendValue(QByteArray &out, const QVariant &value, int indent)
         return appendElement(out, "data", value.toByteArray().toBase64());
     case QMetaType::QVariantList:
         return appendList(out, value.toList(), indent);
-    default:
+    case QMetaType::QVariantMap:
         return appendMap(out, value.toMap(), indent);
+    default:
+        return appendUid(out, value.value<Uid>(), indent);
     }
 }
 

@@ -5,8 +5,10 @@
 
 /// \file
 /// Bytes as text, arrays of plain numbers, and helpers for lists, text, maps and bytes.
+/// Bytes as text, fields of archives, and helpers for lists, text, maps and bytes.
 
 #include <dravelin/encoding/base64.h>
+#include <dravelin/encoding/coder.h>
 #include <dravelin/encoding/collections.h>
 #include <dravelin/encoding/compression.h>
 #include <dravelin/encoding/dataencoder.h>

@@ -6,14 +6,18 @@
 /// \file
 /// What stands under all subsystems: objects, calls by name, observation, notifications, timers, the settings store,
 /// colours, undo, XML.
+/// archives, colours, undo.
 
 #include <dravelin/platform/action.h>
 #include <dravelin/platform/bookmarks.h>
 #include <dravelin/platform/bundle.h>
+#include <dravelin/platform/coding.h>
 #include <dravelin/platform/color.h>
 #include <dravelin/platform/display.h>
 #include <dravelin/platform/exception.h>
 #include <dravelin/platform/geometry.h>
+#include <dravelin/platform/keyedarchiver.h>
+#include <dravelin/platform/keyedunarchiver.h>
 #include <dravelin/platform/keyvalue.h>
 #include <dravelin/platform/log.h>
 #include <dravelin/platform/notificationcenter.h>

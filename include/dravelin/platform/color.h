@@ -16,6 +16,10 @@ class QDebug;
 
 namespace dravelin {
 
+namespace detail {
+struct ArchivedColor;
+}
+
 /// A colour: red, green, blue and alpha as doubles, and the colour space they were given in. Components are fractions,
 /// 0 to 1 as a rule, but never clamped: what goes in comes out.
 ///
@@ -91,6 +95,7 @@ public:
     DRAVELIN_EXPORT friend bool operator==(const Color &a, const Color &b);
 
 private:
+    friend struct detail::ArchivedColor;
     Color(Space space, double red, double green, double blue, double alpha);
 
     double m_red = 0, m_green = 0, m_blue = 0, m_alpha = 0;

@@ -34,6 +34,11 @@ namespace dravelin {
 /// \operation{NSStringFromRange}
 [[nodiscard]] DRAVELIN_EXPORT QString NSStringFromRange(Range range);
 
+/// The first two runs of decimal digits in the text, whatever stands around them, as location and length. One that is
+/// missing is 0, one beyond 64 bits the largest number: "{3, 4}" gives 3 and 4, "7" gives 7 and 0.
+/// \operation{NSRangeFromString}
+[[nodiscard]] DRAVELIN_EXPORT Range NSRangeFromString(const QString &text);
+
 /// @}
 
 } // namespace dravelin
