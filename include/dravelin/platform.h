@@ -5,8 +5,7 @@
 
 /// \file
 /// What stands under all subsystems: objects, calls by name, observation, notifications, timers, the settings store,
-/// colours, undo, XML.
-/// archives, colours, undo.
+/// archives, XML, colours, undo.
 
 #include <dravelin/platform/action.h>
 #include <dravelin/platform/bookmarks.h>
