@@ -46,3 +46,10 @@ function(dravelin_sources)
         target_sources(Dravelin PRIVATE ${CMAKE_CURRENT_SOURCE_DIR}/${source})
     endforeach()
 endfunction()
+
+# dravelin_vector_sources(sources ...): sources of the calling folder that use Highway. They are optimised in every build:
+# without that Highway's choice of a processor's code is shared between sources that were compiled for different ones.
+function(dravelin_vector_sources)
+    set_property(SOURCE ${ARGN} TARGET_DIRECTORY Dravelin APPEND PROPERTY
+        COMPILE_OPTIONS $<$<NOT:$<CONFIG:Release,RelWithDebInfo,MinSizeRel>>:-O2>)
+endfunction()

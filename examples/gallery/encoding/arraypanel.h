@@ -28,6 +28,8 @@ public:
     /// Sorts longer and longer beginnings, a step each frame; finished() ends it.
     void sortSlowly(bool ascending);
     [[nodiscard]] bool isSorting() const { return m_frames.isActive(); }
+    /// So many elements at the start are sorted.
+    [[nodiscard]] quint64 sortedCount() const { return m_done; }
     void reverse();
 
     void chooseType(int index);

@@ -76,13 +76,13 @@ QList<Form> allForms()
 
 FormResult tryForm(const Form &form, const QByteArray &bytes)
 {
-    FormResult result{form.name, form.fileSuffix, bytes.size()};
+    FormResult result{form.name, form.fileSuffix, bytes.size(), {}};
     QByteArray back;
     try {
         result.writeSeconds = secondsOf(form.write, bytes, result.written);
         result.readSeconds = secondsOf(form.read, result.written, back);
     } catch (const Exception &e) {
-        qCWarning(log) << form.name << e.what();
+        qWarning() << form.name << e.what();
     }
     result.isSame = back == bytes;
     return result;

@@ -27,7 +27,7 @@ struct FormResult
     QString name;
     QString fileSuffix;
     qsizetype inputSize = 0;
-    QByteArray written;
+    QByteArray written = {};
     double writeSeconds = 0;
     double readSeconds = 0;
     bool isSame = false; ///< whether the bytes came back
