@@ -7,6 +7,7 @@
 #include <dravelin/platform/keyedunarchiver.h>
 
 #include <QtCore/QDataStream>
+#include <QtCore/QIODevice>
 
 #include <benchmark/benchmark.h>
 

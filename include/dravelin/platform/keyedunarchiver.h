@@ -29,10 +29,11 @@ using Decoded = std::conditional_t<CodingClass<T>, std::shared_ptr<T>, T>;
 ///     shapes = unarchiver.decodeObjectsForKey<Shape>("shapes");
 ///     zoom = unarchiver.decodeDoubleForKey("zoom");
 ///
-/// Each object of the archive is made once, however often it is referred to. Objects are made of registered classes
-/// only, so an archive from anywhere may be read. What is damaged is absent and a line in the log: references to
-/// nothing, unknown classes, fields of the wrong kind, lists that hold themselves, lists and maps in each other more
-/// than 256 deep. A key that is not there is just absent.
+/// Each object of the archive is made once, however often it is referred to, and held by the unarchiver until that goes,
+/// so objects may refer to each other weakly. Objects are made of registered classes only, so an archive from anywhere
+/// may be read. What is damaged is absent and a line in the log, at most ten for one archive: references to nothing,
+/// unknown classes, fields of the wrong kind, lists that hold themselves, lists and maps in each other more than 256
+/// deep. A key that is not there is just absent.
 ///
 /// Lists that occur many times in an archive share their data: a short archive may hold lists that would be endless if
 /// written out. Reading and archiving them again is quick; comparing or printing them is as long as they are.
