@@ -232,6 +232,7 @@ TEST(XMLTree, Attributes)
     EXPECT_EQ(a->attribute(u"w"_s), u""_s);
     EXPECT_TRUE(a->attribute(u"y"_s).isNull());
     EXPECT_EQ(a->attribute(u"xmlns:p"_s), u"v"_s);
+    EXPECT_EQ(root(u"<a xmlns:-='1'/>"_s)->attribute(u"xmlns:-"_s), u"1"_s); // declares nothing, as it is no prefix
 }
 
 // Random changes to a wide element against a list, with looks at random places that leave cursors behind.
