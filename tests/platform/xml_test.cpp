@@ -99,6 +99,7 @@ TEST(XMLParse, DecodesBytes)
     }
     const LogRecorder log;
     EXPECT_FALSE(XMLDocument::fromData("<a b='\xc2'/>"));
+    EXPECT_EQ(XMLDocument::fromData("<a>\xc0<\xaf</a>", NSXMLDocumentTidyXML)->stringValue(), u"\ufffd"_s);
     EXPECT_EQ(print(XMLDocument::fromData("<a b='\xc2'/>", NSXMLDocumentTidyXML)->rootElement()),
               u"<a b=\"\ufffd\"/>"_s);
 }
