@@ -28,7 +28,7 @@ QByteArray prefixOf(const xmlNs *declaration)
 }
 
 /// The link to the declaration of a prefix, or to the end of the declarations.
-xmlNs **findDeclaration(xmlNode *element, const QByteArray &prefix)
+xmlNs **findDeclaration(xmlNode *element, const std::optional<QByteArray> &prefix)
 {
     xmlNs **link = &element->nsDef;
     while (*link && prefixOf(*link) != prefix)
@@ -117,10 +117,9 @@ QStringList XMLElement::attributeNames() const
 QString XMLElement::attribute(const QString &name) const
 {
     const QByteArray bytes = name.toUtf8();
-    if (const auto prefix = declaredPrefix(bytes)) {
-        const xmlNs *declaration = *findDeclaration(m_node, *prefix);
-        return declaration ? textOf(declaration->href) : QString();
-    }
+    if (const xmlNs *declaration = *findDeclaration(m_node, declaredPrefix(bytes)))
+        return textOf(declaration->href);
+    // Odd ones such as "xmlns:-" declare nothing, and are attributes like others.
     xmlAttr *attribute = findAttribute(m_node, bytes);
     return attribute ? takeText(xmlNodeGetContent(reinterpret_cast<xmlNode *>(attribute))) : QString();
 }
@@ -144,12 +143,9 @@ bool XMLElement::setAttribute(const QString &name, const QString &value)
 bool XMLElement::removeAttribute(const QString &name)
 {
     const QByteArray bytes = name.toUtf8();
-    if (const auto prefix = declaredPrefix(bytes)) {
-        xmlNs **link = findDeclaration(m_node, *prefix);
-        const bool known = *link;
-        if (known)
-            undeclare(m_node, link);
-        return known;
+    if (xmlNs **link = findDeclaration(m_node, declaredPrefix(bytes)); *link) {
+        undeclare(m_node, link);
+        return true;
     }
     xmlAttr *known = findAttribute(m_node, bytes);
     return known && xmlRemoveProp(known) == 0;

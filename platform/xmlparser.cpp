@@ -37,8 +37,6 @@ private:
     static void report(void *context, const xmlError *error);
     static void declareEntity(void *context, const xmlChar *name, int type, const xmlChar *publicId,
                               const xmlChar *systemId, xmlChar *content);
-    static xmlEntity *entity(void *context, const xmlChar *name);
-    static xmlEntity *parameterEntity(void *context, const xmlChar *name);
     static void refer(void *context, const xmlChar *name);
     static void startElement(void *context, const xmlChar *name, const xmlChar *prefix, const xmlChar *uri,
                              int declarationCount, const xmlChar **declarations, int attributeCount, int defaultedCount,
@@ -67,8 +65,6 @@ XMLParser::XMLParser(XMLOptions options, bool isUtf8) : m_context(xmlNewParserCt
     xmlSAXHandler &sax = *m_context->sax;
     sax.serror = [](void *context, auto *error) { report(context, error); };
     sax.entityDecl = declareEntity;
-    sax.getEntity = entity;
-    sax.getParameterEntity = parameterEntity;
     sax.reference = refer;
     sax.externalSubset = nullptr;
     sax.resolveEntity = nullptr;
@@ -135,22 +131,12 @@ void XMLParser::declareEntity(void *context, const xmlChar *name, int type, cons
         refuse(context, u"the document declares the entity \"%1\""_s.arg(textOf(name)));
         return;
     }
+    // An external entity that nobody knows of is never loaded.
+    if (type == XML_EXTERNAL_GENERAL_PARSED_ENTITY || type == XML_EXTERNAL_PARAMETER_ENTITY)
+        return;
     // With this option libxml2 does not look at what entities grow to.
     static_cast<xmlParserCtxt *>(context)->options &= ~XML_PARSE_HUGE;
     xmlSAX2EntityDecl(context, name, type, publicId, systemId, content);
-}
-
-// An external entity is as good as undeclared: nothing ever loads it.
-xmlEntity *XMLParser::entity(void *context, const xmlChar *name)
-{
-    xmlEntity *found = xmlSAX2GetEntity(context, name);
-    return found && found->etype == XML_EXTERNAL_GENERAL_PARSED_ENTITY ? nullptr : found;
-}
-
-xmlEntity *XMLParser::parameterEntity(void *context, const xmlChar *name)
-{
-    xmlEntity *found = xmlSAX2GetParameterEntity(context, name);
-    return found && found->etype == XML_EXTERNAL_PARAMETER_ENTITY ? nullptr : found;
 }
 
 void XMLParser::refer(void *context, const xmlChar *name)

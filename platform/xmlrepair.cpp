@@ -14,7 +14,8 @@ namespace dravelin::detail {
 
 namespace {
 
-bool isUtf8(const xmlChar *bytes) { return !bytes || xmlCheckUTF8(bytes); }
+// xmlCheckUTF8() takes forms that are too long.
+bool isUtf8(const xmlChar *bytes) { return QByteArrayView(chars(bytes)).isValidUtf8(); }
 
 bool isUtf8(const xmlNode *node)
 {

@@ -99,26 +99,31 @@ TEST(XMLParse, DecodesBytes)
     }
     const LogRecorder log;
     EXPECT_FALSE(XMLDocument::fromData("<a b='\xc2'/>"));
+    EXPECT_EQ(XMLDocument::fromData("<a>\xc0<\xaf</a>", NSXMLDocumentTidyXML)->stringValue(), u"\ufffd"_s);
     EXPECT_EQ(print(XMLDocument::fromData("<a b='\xc2'/>", NSXMLDocumentTidyXML)->rootElement()),
               u"<a b=\"\ufffd\"/>"_s);
 }
 
 TEST(XMLParse, OpensNoFile)
 {
-    const QTemporaryDir folder;
-    QFile file(folder.filePath(u"secret"_s));
-    ASSERT_TRUE(file.open(QFile::WriteOnly) && file.write("<!ENTITY leak 'secret'>secret") > 0);
-    file.close();
-    const QString url = QUrl::fromLocalFile(file.fileName()).toString();
+    const struct
+    {
+        const char *file, *document; // %1 is the file's URL
+    } rows[] = {
+        {"secret", "<!DOCTYPE a [<!ENTITY e SYSTEM '%1'>]><a>&e;</a>"},
+        {"<!ENTITY leak 'secret'>", "<!DOCTYPE a SYSTEM '%1'><a>&leak;</a>"},
+        {"<!ENTITY leak 'secret'>", "<!DOCTYPE a [<!ENTITY % p SYSTEM '%1'> %p;]><a>&leak;</a>"},
+    };
     const LogRecorder log;
-    for (const char *pattern :
-         {"<!DOCTYPE a [<!ENTITY e SYSTEM '%1'>]><a>&e;</a>", "<!DOCTYPE a SYSTEM '%1'><a>&leak;</a>",
-          "<!DOCTYPE a [<!ENTITY % p SYSTEM '%1'> %p;]><a>&leak;</a>"}) {
-        for (const XMLOptions options : {XMLOptions(), XMLOptions(NSXMLDocumentTidyXML)})
-            EXPECT_FALSE(printed(QString::fromLatin1(pattern).arg(url), options).contains(u"secret"_s)) << pattern;
+    const QTemporaryDir folder;
+    for (const auto &row : rows) {
+        QFile file(folder.filePath(u"file"_s));
+        ASSERT_TRUE(file.open(QFile::WriteOnly) && file.write(row.file) > 0);
+        file.close();
+        const QString text = QString::fromLatin1(row.document).arg(QUrl::fromLocalFile(file.fileName()).toString());
+        EXPECT_TRUE(printed(text).isNull()) << row.document;
+        EXPECT_FALSE(printed(text, NSXMLDocumentTidyXML).contains(u"secret"_s)) << row.document;
     }
-    for (const QString &line : log.lines())
-        EXPECT_FALSE(line.contains(u"failed to load"_s)) << line.toStdString();
 }
 
 TEST(XMLParse, RefusesBombsButNotEntities)
@@ -228,6 +233,7 @@ TEST(XMLTree, Attributes)
     EXPECT_EQ(a->attribute(u"w"_s), u""_s);
     EXPECT_TRUE(a->attribute(u"y"_s).isNull());
     EXPECT_EQ(a->attribute(u"xmlns:p"_s), u"v"_s);
+    EXPECT_EQ(root(u"<a xmlns:-='1'/>"_s)->attribute(u"xmlns:-"_s), u"1"_s); // declares nothing, as it is no prefix
 }
 
 // Random changes to a wide element against a list, with looks at random places that leave cursors behind.
