@@ -21,9 +21,13 @@ template <typename Char>
 uchar *decode(const Char *text, qsizetype size, uchar *bytes)
 {
     const auto count = std::size_t(size);
-    if (count / 4 * 3 < detail::streamedSize)
-        return detail::Base64Decoder<Char, detail::FastPieces<Char>>(text, count, bytes).decode();
-    return detail::Base64Decoder<Char, detail::StreamedPieces<Char>>(text, count, bytes).decode();
+    const bool isLarge = count / 4 * 3 >= detail::streamedSize;
+    if (isLarge && !detail::decodesBase64PastCaches())
+        return detail::Base64Decoder<Char, detail::StreamedPieces<Char>>(text, count, bytes).decode();
+    uchar *end = detail::Base64Decoder<Char, detail::FastPieces<Char>>(text, count, bytes, isLarge).decode();
+    if (isLarge)
+        detail::finishStreamCopies();
+    return end;
 }
 
 /// \return absent bytes on failure

@@ -88,7 +88,7 @@ HWY_ATTR HWY_INLINE void store(Vector values, const Decoder &, uchar *out)
 #endif
 }
 
-template <std::size_t Blocks>
+template <bool = false, std::size_t Blocks>
 HWY_ATTR HWY_INLINE void store(const Vector (&values)[Blocks], const Decoder &decoder, uchar *out)
 {
     for (std::size_t i = 0; i < Blocks; ++i)

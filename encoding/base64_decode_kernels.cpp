@@ -28,17 +28,27 @@ namespace hn = hwy::HWY_NAMESPACE;
 namespace {
 
 /// Lines without what separates them.
-template <typename Char>
+template <typename Char, typename Separator>
 struct Lines
 {
     const Char *in;
+    const Char *separator;
     std::size_t length; ///< at least a block, and a multiple of four
-    std::size_t separatorLength;
     std::size_t column = 0;
+    unsigned difference = 0; ///< bits that other separators have and this one has not, or the other way round
 };
 
 /// They are whole blocks then, wherever the lines end.
-constexpr std::size_t manyLines = 16;
+constexpr std::size_t manyLines = 16, veryManyLines = 2048;
+
+template <typename Char, typename Separator>
+HWY_ATTR HWY_INLINE unsigned difference(const Char *behind, const Char *separator, Separator length)
+{
+    unsigned bits = 0;
+    for (std::size_t i = 0; i < length; ++i)
+        bits |= unsigned(behind[i] ^ separator[i]);
+    return bits;
+}
 
 #if HWY_TARGET == HWY_AVX3_DL
 #include <encoding/base64_decode_vbmi-inl.h>
@@ -58,7 +68,7 @@ HWY_ATTR HWY_INLINE std::size_t left(const Base64Cursor<Char> &cursor)
 #if HWY_TARGET != HWY_SCALAR
 
 /// \return whether there were as many blocks, all of the alphabet
-template <std::size_t Blocks, typename Char>
+template <std::size_t Blocks, bool PastCaches = false, typename Char>
 HWY_ATTR HWY_INLINE bool decodeBlocks(Base64Cursor<Char> &cursor, const Decoder &decoder)
 {
     if (left(cursor) < Blocks * blockChars + storeMargin)
@@ -68,7 +78,7 @@ HWY_ATTR HWY_INLINE bool decodeBlocks(Base64Cursor<Char> &cursor, const Decoder 
         block[i] = values(decoder, load(cursor.in + i * blockChars), fault);
     if (isFault(fault))
         return false;
-    store(block, decoder, cursor.out);
+    store<PastCaches>(block, decoder, cursor.out);
     cursor.in += Blocks * blockChars;
     cursor.out += Blocks * blockBytes;
     return true;
@@ -87,64 +97,65 @@ HWY_ATTR HWY_INLINE void decodeLine(const Decoder &decoder, const Char *line, st
 }
 
 #if HWY_TARGET != HWY_AVX3_DL
-/// \return whether they are all of the alphabet
-template <typename Char>
-HWY_ATTR HWY_INLINE bool decodeManyLines(const Decoder &decoder, Lines<Char> lines, uchar *out)
+
+/// \return whether they are all of the alphabet, and each followed by the separator
+template <typename Char, typename Separator>
+HWY_ATTR HWY_INLINE bool decodeManyLines(const Decoder &decoder, Lines<Char, Separator> lines, uchar *out)
 {
     Vector fault = noFault();
     for (std::size_t i = 0; i < manyLines; ++i) {
         decodeLine(decoder, lines.in, lines.length, out, fault);
-        lines.in += lines.length + lines.separatorLength;
+        lines.in += lines.length;
+        lines.difference |= difference(lines.in, lines.separator, Separator());
+        lines.in += Separator();
         out += lines.length / 4 * 3;
     }
-    return !isFault(fault);
+    return !isFault(fault) && lines.difference == 0;
 }
-#endif
 
-/// \return whether each line is followed by what stands before the first
 template <typename Char, typename Separator>
-HWY_ATTR HWY_INLINE bool areSeparated(const Char *line, std::size_t lines, std::size_t length,
-                                      Separator separatorLength)
+HWY_ATTR HWY_INLINE bool decodeVeryManyLines(const Decoder &, const Lines<Char, Separator> &, uchar *)
 {
-    const Char *const separator = line - separatorLength;
-    unsigned difference = 0;
-    for (line += length; lines > 0; --lines, line += length + separatorLength) {
-        for (std::size_t i = 0; i < separatorLength; ++i)
-            difference |= unsigned(line[i] ^ separator[i]);
-    }
-    return difference == 0;
+    return false;
 }
+
+#endif
 
 /// \return whether there were as many lines, all as the ones before
 template <std::size_t Count, typename Char, typename Separator>
 HWY_ATTR HWY_INLINE bool decodeLinesAtOnce(Base64Cursor<Char> &cursor, const Decoder &decoder, std::size_t length,
-                                           Separator separatorLength)
+                                           Separator separator)
 {
-    const std::size_t size = Count * (length + separatorLength);
-    if (left(cursor) < size + storeMargin || !areSeparated(cursor.in, Count, length, separatorLength))
+    const std::size_t size = Count * (length + separator);
+    if (left(cursor) < size + storeMargin)
         return false;
-    Vector fault = noFault();
-    if constexpr (Count == 1)
-        decodeLine(decoder, cursor.in, length, cursor.out, fault);
-    else if (!decodeManyLines(decoder, Lines<Char>{cursor.in, length, separatorLength}, cursor.out))
+    const Lines<Char, Separator> lines{cursor.in, cursor.in - separator, length};
+    if constexpr (Count == 1) {
+        Vector fault = noFault();
+        decodeLine(decoder, lines.in, length, cursor.out, fault);
+        if (isFault(fault) || difference(lines.in + length, lines.separator, separator) != 0)
+            return false;
+    } else if (!(Count == manyLines ? decodeManyLines(decoder, lines, cursor.out)
+                                    : decodeVeryManyLines(decoder, lines, cursor.out))) {
         return false;
-    if (isFault(fault))
-        return false;
+    }
     cursor.in += size;
     cursor.out += Count * length / 4 * 3;
     return true;
 }
 
 template <typename Char, typename Separator>
-HWY_ATTR HWY_INLINE void decodeLines(Base64Cursor<Char> &cursor, std::size_t length, Separator separatorLength)
+HWY_ATTR HWY_INLINE void decodeLines(Base64Cursor<Char> &cursor, std::size_t length, Separator separator)
 {
     if (length < blockChars || length % 4 != 0)
         return;
     const Decoder decoder = makeDecoder();
     Base64Cursor<Char> at = cursor; // in registers
-    while (decodeLinesAtOnce<manyLines>(at, decoder, length, separatorLength)) {
+    while (at.isLarge)
+        at.isLarge = decodeLinesAtOnce<veryManyLines>(at, decoder, length, separator);
+    while (decodeLinesAtOnce<manyLines>(at, decoder, length, separator)) {
     }
-    while (decodeLinesAtOnce<1>(at, decoder, length, separatorLength)) {
+    while (decodeLinesAtOnce<1>(at, decoder, length, separator)) {
     }
     cursor = at;
 }
@@ -163,11 +174,29 @@ void decodeLines(Base64Cursor<Char> &, std::size_t, Separator)
 
 #endif
 
+#if HWY_TARGET == HWY_AVX3_DL
+template <typename Char>
+HWY_ATTR HWY_INLINE void decodeLargeGroups(Base64Cursor<Char> &cursor, const Decoder &decoder)
+{
+    std::size_t groups = groupsToAlignment(cursor.out);
+    for (; groups > 0 && left(cursor) >= blockChars && decodeBase64Group(cursor.in, cursor.out); --groups) {
+        cursor.in += 4;
+        cursor.out += 3;
+    }
+    while (groups == 0 && decodeBlocks<4, true>(cursor, decoder))
+        fetchAhead(cursor.in);
+}
+#endif
+
 template <typename Char>
 HWY_ATTR HWY_INLINE void decodeGroups(Base64Cursor<Char> &cursor)
 {
     const Decoder decoder = makeDecoder();
     Base64Cursor<Char> at = cursor; // in registers
+#if HWY_TARGET == HWY_AVX3_DL
+    if (at.isLarge)
+        decodeLargeGroups(at, decoder);
+#endif
     while (decodeBlocks<4>(at, decoder)) {
     }
     while (decodeBlocks<1>(at, decoder)) {
@@ -189,6 +218,8 @@ HWY_ATTR HWY_INLINE void decodeLinesOfAny(Base64Cursor<Char> &cursor, std::size_
 
 } // namespace
 
+HWY_ATTR bool decodesPastCaches() { return HWY_TARGET == HWY_AVX3_DL; }
+
 HWY_ATTR void decodeGroupsOfBytes(Base64Cursor<uchar> &cursor) { decodeGroups(cursor); }
 HWY_ATTR void decodeGroupsOfText(Base64Cursor<char16_t> &cursor) { decodeGroups(cursor); }
 
@@ -208,10 +239,13 @@ HWY_AFTER_NAMESPACE();
 #if HWY_ONCE
 namespace dravelin::detail {
 
+HWY_EXPORT(decodesPastCaches);
 HWY_EXPORT(decodeGroupsOfBytes);
 HWY_EXPORT(decodeGroupsOfText);
 HWY_EXPORT(decodeLinesOfBytes);
 HWY_EXPORT(decodeLinesOfText);
+
+bool decodesBase64PastCaches() { return HWY_DYNAMIC_DISPATCH(decodesPastCaches)(); }
 
 void decodeBase64Groups(Base64Cursor<uchar> &cursor) { HWY_DYNAMIC_DISPATCH(decodeGroupsOfBytes)(cursor); }
 void decodeBase64Groups(Base64Cursor<char16_t> &cursor) { HWY_DYNAMIC_DISPATCH(decodeGroupsOfText)(cursor); }

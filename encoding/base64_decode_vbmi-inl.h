@@ -96,6 +96,7 @@ HWY_ATTR HWY_INLINE Vector groups(Vector values)
     return _mm512_madd_epi16(pairs, _mm512_set1_epi32(0x00011000));
 }
 
+template <bool = false>
 HWY_ATTR HWY_INLINE void store(const Vector (&values)[1], const Decoder &decoder, uchar *out)
 {
     _mm512_storeu_si512(out, _mm512_permutexvar_epi8(decoder.pack[0], groups(values[0])));
@@ -110,13 +111,24 @@ HWY_ATTR HWY_INLINE Vector joined(const Decoder &decoder, Vector first, Vector s
     return _mm512_mask_permutexvar_epi8(bytes, behind, decoder.pack[First + 1], second);
 }
 
+template <bool PastCaches>
+HWY_ATTR HWY_INLINE void write(uchar *out, Vector bytes)
+{
+    if constexpr (PastCaches)
+        _mm512_stream_si512(reinterpret_cast<__m512i *>(out), bytes);
+    else
+        _mm512_storeu_si512(out, bytes);
+}
+
 /// The bytes of four blocks as three vectors.
+/// \tparam PastCaches wants `out` aligned to vectors
+template <bool PastCaches = false>
 HWY_ATTR HWY_INLINE void store(const Vector (&values)[4], const Decoder &decoder, uchar *out)
 {
     const Vector second = groups(values[1]), third = groups(values[2]);
-    _mm512_storeu_si512(out, joined<0>(decoder, groups(values[0]), second));
-    _mm512_storeu_si512(out + 64, joined<1>(decoder, second, third));
-    _mm512_storeu_si512(out + 128, joined<2>(decoder, third, groups(values[3])));
+    write<PastCaches>(out, joined<0>(decoder, groups(values[0]), second));
+    write<PastCaches>(out + 64, joined<1>(decoder, second, third));
+    write<PastCaches>(out + 128, joined<2>(decoder, third, groups(values[3])));
 }
 
 /// The characters before the padding at the end of a text, where it is as it should be.
@@ -146,32 +158,77 @@ HWY_ATTR HWY_INLINE void decodeRest(Base64Cursor<Char> &cursor, const Decoder &d
     cursor.out += valid * 3 / 4;
 }
 
-/// A block may begin in one line and end in the next.
+/// Fetches what is to be read soon: the processor itself does not look beyond a page.
 template <typename Char>
-HWY_ATTR HWY_INLINE Vector nextBlock(Lines<Char> &lines)
+HWY_ATTR HWY_INLINE void fetchAhead(const Char *text)
+{
+    const char *const ahead = reinterpret_cast<const char *>(text) + 4096;
+    for (std::size_t i = 0; i < 4 * blockChars * sizeof(Char); i += 64)
+        _mm_prefetch(ahead + i, _MM_HINT_T0);
+}
+
+/// A block may begin in one line and end in the next.
+template <typename Char, typename Separator>
+HWY_ATTR HWY_INLINE Vector nextBlock(Lines<Char, Separator> &lines)
 {
     const std::size_t rest = lines.length - lines.column;
     const quint64 beyond = rest < blockChars ? ~quint64(0) << rest : 0;
-    const Vector block = loadJoined(lines.in, lines.in + lines.separatorLength, beyond);
+    const Vector block = loadJoined(lines.in, lines.in + Separator(), beyond);
     const bool isNext = rest <= blockChars;
-    lines.in += blockChars + (isNext ? lines.separatorLength : 0);
+    lines.difference |= isNext ? difference(lines.in + rest, lines.separator, Separator()) : 0;
+    lines.in += blockChars + (isNext ? Separator() : 0);
     lines.column += blockChars - (isNext ? lines.length : 0);
     return block;
 }
 
-/// Decodes the alphabet's characters of many lines. What stands between the lines is not looked at.
-/// \return whether they are all of the alphabet
-template <typename Char>
-HWY_ATTR HWY_INLINE bool decodeManyLines(const Decoder &decoder, Lines<Char> lines, uchar *out)
+template <bool PastCaches = false, typename Char, typename Separator>
+HWY_ATTR HWY_INLINE void decodeFourBlocks(const Decoder &decoder, Lines<Char, Separator> &lines, uchar *out,
+                                          Vector &fault)
 {
-    Vector fault = noFault(), block[4];
+    if constexpr (PastCaches)
+        fetchAhead(lines.in);
+    Vector block[4];
+    for (Vector &each : block)
+        each = values(decoder, nextBlock(lines), fault);
+    store<PastCaches>(block, decoder, out);
+}
+
+template <typename Char, typename Separator>
+HWY_ATTR HWY_INLINE bool decodeManyLines(const Decoder &decoder, Lines<Char, Separator> lines, uchar *out)
+{
+    Vector fault = noFault();
     std::size_t blocks = manyLines * lines.length / blockChars;
-    for (; blocks >= 4; blocks -= 4, out += 4 * blockBytes) {
-        for (Vector &each : block)
-            each = values(decoder, nextBlock(lines), fault);
-        store(block, decoder, out);
-    }
+    for (; blocks >= 4; blocks -= 4, out += 4 * blockBytes)
+        decodeFourBlocks(decoder, lines, out, fault);
     for (; blocks > 0; --blocks, out += blockBytes)
         store({values(decoder, nextBlock(lines), fault)}, decoder, out);
-    return !isFault(fault);
+    return !isFault(fault) && lines.difference == 0;
+}
+
+/// Groups of three bytes up to where the memory is aligned to vectors: 43 is the inverse of 3 modulo 64.
+inline std::size_t groupsToAlignment(const uchar *out) { return (-reinterpret_cast<quintptr>(out) & 63) * 43 & 63; }
+
+template <typename Char, typename Separator>
+HWY_ATTR HWY_INLINE Lines<Char, Separator> skipped(Lines<Char, Separator> lines, std::size_t characters)
+{
+    const std::size_t place = lines.column + characters;
+    lines.in += characters + place / lines.length * Separator();
+    lines.column = place % lines.length;
+    return lines;
+}
+
+/// Past the caches, but for the first and the last four blocks, which others may overlap.
+template <typename Char, typename Separator>
+HWY_ATTR HWY_INLINE bool decodeVeryManyLines(const Decoder &decoder, Lines<Char, Separator> lines, uchar *out)
+{
+    constexpr std::size_t chars = 4 * blockChars, bytes = 4 * blockBytes;
+    const std::size_t size = veryManyLines * lines.length, groups = groupsToAlignment(out);
+    Vector fault = noFault();
+    Lines<Char, Separator> first = lines, last = skipped(lines, size - chars);
+    decodeFourBlocks(decoder, first, out, fault);
+    lines = skipped(lines, 4 * groups);
+    for (std::size_t done = 4 * groups; done + chars <= size; done += chars)
+        decodeFourBlocks<true>(decoder, lines, out + done / 4 * 3, fault);
+    decodeFourBlocks(decoder, last, out + size / 4 * 3 - bytes, fault);
+    return !isFault(fault) && (first.difference | lines.difference | last.difference) == 0;
 }

@@ -22,7 +22,10 @@ class Base64Decoder
 {
 public:
     /// \param out room for three bytes per four characters, the last ones rounded up
-    Base64Decoder(const Char *text, std::size_t size, uchar *out) : m_at{text, text + size, out}, m_line(text) {}
+    /// \param isLarge whether the bytes had better go past the caches
+    Base64Decoder(const Char *text, std::size_t size, uchar *out, bool isLarge = false)
+        : m_at{text, text + size, out, true, isLarge}, m_line(text)
+    {}
 
     /// \return behind the last byte written, null on failure
     uchar *decode()

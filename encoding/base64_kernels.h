@@ -20,6 +20,7 @@ struct Base64Cursor
     const Char *end;
     uchar *out;
     bool isWholeText = true; ///< whether the text ends at `end`, so that there may be padding before it
+    bool isLarge = false;    ///< whether the bytes had better go past the caches
 };
 
 /// \return whether the four characters are of the alphabet; their bytes are then written
@@ -46,6 +47,9 @@ bool decodeBase64Group(const Char *text, uchar *out)
 /// Encodes all bytes, padding included; `text` has room for exactly that.
 void encodeBase64(const uchar *bytes, std::size_t size, uchar *text);
 void encodeBase64(const uchar *bytes, std::size_t size, char16_t *text);
+
+/// Whether decoding takes note of Base64Cursor::isLarge; finishStreamCopies() ends it.
+[[nodiscard]] bool decodesBase64PastCaches();
 
 /// Takes groups of four characters of the alphabet and stops before the first group that has anything else. At the end of
 /// the whole text an incomplete group and padding may be taken too.
