@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: Dravelin contributors
 // SPDX-License-Identifier: MIT
 
+#include "platform/unicode.h"
 #include "platform/xmlparser.h"
 #include "platform/xmltext.h"
 #include "platform/xmltree.h"
@@ -54,7 +55,7 @@ std::shared_ptr<XMLDocument> XMLDocument::fromData(const QByteArray &data, XMLOp
 
 std::shared_ptr<XMLDocument> XMLDocument::fromText(const QString &text, XMLOptions options)
 {
-    if (text.isValidUtf16() && !text.contains(QChar(0)))
+    if (hasUtf8Form(text) && !text.contains(QChar(0)))
         return documentOf(parseXML(text.toUtf8(), options, true));
     logXML(u"the document does not parse: it has lone surrogates or NULs"_s);
     return {};

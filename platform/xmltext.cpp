@@ -3,6 +3,8 @@
 
 #include "platform/xmltext.h"
 
+#include "platform/unicode.h"
+
 #include <dravelin/platform/log.h>
 
 #include <libxml/tree.h>
@@ -24,7 +26,7 @@ bool isFit(QChar c)
 /// What in the text XML cannot hold; empty when there is nothing.
 QString unfitPart(const QString &text)
 {
-    if (!text.isValidUtf16())
+    if (!hasUtf8Form(text))
         return u"a lone surrogate"_s;
     const auto unfit = std::find_if_not(text.begin(), text.end(), isFit);
     return unfit == text.end() ? QString() : u"U+%1"_s.arg(uint(unfit->unicode()), 4, 16, QChar(u'0'));

@@ -6,7 +6,7 @@
 #include <dravelin/platform/bookmarks.h>
 #include <dravelin/platform/exception.h>
 
-#include <QtCore/QStringConverter>
+#include <platform/unicode.h>
 
 namespace dravelin {
 
@@ -21,8 +21,7 @@ const QString &checked(const QString &text, QLatin1StringView function)
     return text;
 }
 
-// Errors show also at the end of the input, and a byte-order mark is text like any other.
-constexpr auto Exact = QStringConverter::Flag::Stateless | QStringConverter::Flag::ConvertInitialBom;
+constexpr QByteArrayView byteOrderMark("\xEF\xBB\xBF");
 
 } // namespace
 
@@ -30,18 +29,17 @@ QByteArray strToData(const QString &text)
 {
     if (text.isEmpty())
         return text.isNull() ? QByteArray() : QByteArray("");
-    QStringEncoder encoder(QStringEncoder::Utf8, QStringConverter::Flag::Stateless);
-    QByteArray bytes = encoder(text);
-    return encoder.hasError() ? QByteArray() : bytes;
+    return detail::hasUtf8Form(text) ? text.toUtf8() : QByteArray();
 }
 
 QString dataToStr(const QByteArray &data)
 {
     if (data.isEmpty())
         return data.isNull() ? QString() : u""_s;
-    QStringDecoder decoder(QStringDecoder::Utf8, Exact);
-    QString text = decoder(data);
-    return decoder.hasError() ? QString() : text;
+    if (!data.isValidUtf8())
+        return {};
+    // A mark of the byte order is text like any other, but Qt takes it away.
+    return data.startsWith(byteOrderMark) ? u'\uFEFF' + QString::fromUtf8(data) : QString::fromUtf8(data);
 }
 
 QString mstrToStr(const QString &text) { return checked(text, "mstrToStr"_L1); }
