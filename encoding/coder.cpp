@@ -13,7 +13,7 @@ void Utilities::encodeString(KeyedArchiver &coder, const QString &text, const QS
     coder.encodeObject(text, forKey);
 }
 
-QString Utilities::decodeString(KeyedUnarchiver &coder, const QString &key)
+QString Utilities::decodeStringForKey(KeyedUnarchiver &coder, const QString &key)
 {
     const QVariant value = coder.decodeObjectForKey(key);
     return value.typeId() == QMetaType::QString ? value.toString() : QString();
@@ -24,9 +24,9 @@ void Utilities::encodeRange(KeyedArchiver &coder, Range range, const QString &fo
     encodeString(coder, NSStringFromRange(range), forKey);
 }
 
-Range Utilities::decodeRange(KeyedUnarchiver &coder, const QString &key)
+Range Utilities::decodeRangeForKey(KeyedUnarchiver &coder, const QString &key)
 {
-    return NSRangeFromString(decodeString(coder, key));
+    return NSRangeFromString(decodeStringForKey(coder, key));
 }
 
 void Utilities::encodeColor(KeyedArchiver &coder, const Color &color, const QString &forKey)
@@ -34,9 +34,9 @@ void Utilities::encodeColor(KeyedArchiver &coder, const Color &color, const QStr
     encodeString(coder, colorToString(color), forKey);
 }
 
-Color Utilities::decodeColor(KeyedUnarchiver &coder, const QString &key)
+Color Utilities::decodeColorForKey(KeyedUnarchiver &coder, const QString &key)
 {
-    return stringToColor(decodeString(coder, key));
+    return stringToColor(decodeStringForKey(coder, key));
 }
 
 std::unique_ptr<KeyedArchiver> Utilities::createKeyedArchiver() { return std::make_unique<KeyedArchiver>(); }

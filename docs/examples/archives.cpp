@@ -22,8 +22,8 @@ public:
 
     bool initWithCoder(dravelin::KeyedUnarchiver &coder) override
     {
-        name = dravelin::decodeString(coder, "name");
-        fill = dravelin::decodeColor(coder, "fill");
+        name = dravelin::decodeStringForKey(coder, "name");
+        fill = dravelin::decodeColorForKey(coder, "fill");
         frame = coder.decodeObjectForKey<QRectF>("frame");
         next = coder.decodeObjectForKey<Shape>("next");
         return !name.isNull(); // a shape without a name is no shape

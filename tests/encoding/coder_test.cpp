@@ -31,19 +31,19 @@ TEST(Coder, KeepsFieldsInTheirForms)
     encodeColor(*archiver, Color(), u"none"_s);
     const auto unarchiver = createKeyedUnarchiver(QString::fromUtf8(archiver->encodedData()));
     ASSERT_TRUE(unarchiver);
-    EXPECT_EQ(decodeString(*unarchiver, u"text"_s), u"a\r\nä"_s);
-    EXPECT_TRUE(decodeString(*unarchiver, u"absent"_s).isNull());
-    EXPECT_EQ(decodeString(*unarchiver, u"empty"_s), u""_s);
-    EXPECT_FALSE(decodeString(*unarchiver, u"empty"_s).isNull());
-    EXPECT_EQ(decodeEnum<Kind>(*unarchiver, u"kind"_s), Kind::Last);
-    EXPECT_EQ(decodeEnum(*unarchiver, u"least"_s), std::numeric_limits<qint64>::min());
-    EXPECT_EQ(decodeRange(*unarchiver, u"range"_s), (Range{3, std::numeric_limits<quint64>::max()}));
-    EXPECT_EQ(decodeString(*unarchiver, u"range"_s), u"{3, 18446744073709551615}"_s);
-    EXPECT_EQ(decodeString(*unarchiver, u"color"_s), u"0.062 0.188 -2.000 0.000"_s);
-    EXPECT_EQ(decodeColor(*unarchiver, u"color"_s), Color::srgb(0.062f, 0.188f, -2, 0));
-    EXPECT_EQ(decodeColor(*unarchiver, u"none"_s), Color::srgb(0, 0, 0, 0));
-    EXPECT_TRUE(decodeString(*unarchiver, u"kind"_s).isNull()); // of another kind
-    EXPECT_EQ(decodeRange(*unarchiver, u"kind"_s), Range());
+    EXPECT_EQ(decodeStringForKey(*unarchiver, u"text"_s), u"a\r\nä"_s);
+    EXPECT_TRUE(decodeStringForKey(*unarchiver, u"absent"_s).isNull());
+    EXPECT_EQ(decodeStringForKey(*unarchiver, u"empty"_s), u""_s);
+    EXPECT_FALSE(decodeStringForKey(*unarchiver, u"empty"_s).isNull());
+    EXPECT_EQ(decodeEnumForKey<Kind>(*unarchiver, u"kind"_s), Kind::Last);
+    EXPECT_EQ(decodeEnumForKey(*unarchiver, u"least"_s), std::numeric_limits<qint64>::min());
+    EXPECT_EQ(decodeRangeForKey(*unarchiver, u"range"_s), (Range{3, std::numeric_limits<quint64>::max()}));
+    EXPECT_EQ(decodeStringForKey(*unarchiver, u"range"_s), u"{3, 18446744073709551615}"_s);
+    EXPECT_EQ(decodeStringForKey(*unarchiver, u"color"_s), u"0.062 0.188 -2.000 0.000"_s);
+    EXPECT_EQ(decodeColorForKey(*unarchiver, u"color"_s), Color::srgb(0.062f, 0.188f, -2, 0));
+    EXPECT_EQ(decodeColorForKey(*unarchiver, u"none"_s), Color::srgb(0, 0, 0, 0));
+    EXPECT_TRUE(decodeStringForKey(*unarchiver, u"kind"_s).isNull()); // of another kind
+    EXPECT_EQ(decodeRangeForKey(*unarchiver, u"kind"_s), Range());
 }
 
 TEST(Coder, TextThatIsNoArchiveHasNoUnarchiver)

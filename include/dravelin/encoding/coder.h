@@ -25,9 +25,9 @@
 ///     }
 ///     bool Note::initWithCoder(dravelin::KeyedUnarchiver &coder)
 ///     {
-///         m_title = dravelin::decodeString(coder, "title");
-///         m_kind = dravelin::decodeEnum<Kind>(coder, "kind");
-///         m_paper = dravelin::decodeColor(coder, "paper");
+///         m_title = dravelin::decodeStringForKey(coder, "title");
+///         m_kind = dravelin::decodeEnumForKey<Kind>(coder, "kind");
+///         m_paper = dravelin::decodeColorForKey(coder, "paper");
 ///         return true;
 ///     }
 ///
@@ -44,7 +44,7 @@ DRAVELIN_EXPORT void encodeString(KeyedArchiver &coder, const QString &text, con
 
 /// \return absent text when there is none
 /// \operation{decodeStringForKey:}
-[[nodiscard]] DRAVELIN_EXPORT QString decodeString(KeyedUnarchiver &coder, const QString &key);
+[[nodiscard]] DRAVELIN_EXPORT QString decodeStringForKey(KeyedUnarchiver &coder, const QString &key);
 
 /// The value as a 64-bit integer. Enumerators keep their numbers, so these must not change between versions.
 /// \operation{encodeEnum:forKey:}
@@ -56,7 +56,7 @@ void encodeEnum(KeyedArchiver &coder, Enum value, const QString &forKey) { coder
 /// \operation{decodeEnumForKey:}
 template <class Enum = qint64>
 requires std::is_enum_v<Enum> || std::is_integral_v<Enum>
-[[nodiscard]] Enum decodeEnum(KeyedUnarchiver &coder, const QString &key)
+[[nodiscard]] Enum decodeEnumForKey(KeyedUnarchiver &coder, const QString &key)
 {
     return static_cast<Enum>(coder.decodeIntegerForKey(key));
 }
@@ -67,7 +67,7 @@ DRAVELIN_EXPORT void encodeRange(KeyedArchiver &coder, Range range, const QStrin
 
 /// As NSRangeFromString() reads the text.
 /// \operation{decodeRangeForKey:}
-[[nodiscard]] DRAVELIN_EXPORT Range decodeRange(KeyedUnarchiver &coder, const QString &key);
+[[nodiscard]] DRAVELIN_EXPORT Range decodeRangeForKey(KeyedUnarchiver &coder, const QString &key);
 
 /// The colour as the text of colorToString(): calibrated RGB and alpha with three decimals, "0.500 0.000 0.000 1.000".
 /// To keep a colour exactly and in its space, use `coder.encodeObject(QVariant::fromValue(color), key)`.
@@ -76,7 +76,7 @@ DRAVELIN_EXPORT void encodeColor(KeyedArchiver &coder, const Color &color, const
 
 /// As stringToColor() reads the text: an sRGB colour of single-precision numbers, missing ones 0.
 /// \operation{decodeColorForKey:}
-[[nodiscard]] DRAVELIN_EXPORT Color decodeColor(KeyedUnarchiver &coder, const QString &key);
+[[nodiscard]] DRAVELIN_EXPORT Color decodeColorForKey(KeyedUnarchiver &coder, const QString &key);
 
 /// A new archiver, of XML property lists.
 /// \operation{createKeyedArchiver}

@@ -11,6 +11,8 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <memory>
+#include <numeric>
 
 namespace {
 
@@ -173,6 +175,75 @@ void bytesHaveText()
     const QString text = dravelin::encodeBase64WithData(bytes);
     check(text == "U2tldGNoAP8=", "bytes in Base64");
     check(dravelin::decodeBase64ToData(text) == bytes, "Base64 gives the bytes back");
+    check(dravelin::decodeBase64FromBytes(dravelin::encodeBase64ToBytes(bytes)) == bytes, "so does Base64 as bytes");
+}
+
+void dataIsStored()
+{
+    check(dravelin::zlibDecompressed(dravelin::zlibCompressed("page"), 4) == "page",
+          "a zlib stream gives the bytes back");
+    dravelin::DataEncoder encoder;
+    encoder.addInteger("pages", 12);
+    const auto copy = dravelin::DataEncoder::initWithData(encoder.encodeData());
+    check(copy.getInteger("pages") == 12, "a blob gives its values back");
+    const auto price = dravelin::DecimalNumber::withPrecision(2);
+    price->setStringValue("12.5");
+    check(price->getStringValue() == "12.50", "a decimal number has its decimals");
+}
+
+void documentsAreXml()
+{
+    const auto document = dravelin::createEmptyXMLDocument();
+    const auto page = dravelin::addXMLElement(document->rootElement(), "page");
+    dravelin::addXMLAttribute(page, "number", "1");
+    const auto copy = dravelin::createXmlFromEncodedData(dravelin::encodeXMLData(document->XMLData()));
+    qsizetype position = 0;
+    const auto found = dravelin::findXmlNode(copy->rootElement(), position, "page");
+    check(dravelin::getXMLAttribute(found, "number") == "1", "a document comes back from its text");
+    int pages = 0;
+    dravelin::XMLContentParser parser;
+    parser.addHandler("page", [&](const auto &) { ++pages; });
+    parser.parse(copy->rootElement());
+    check(pages == 1, "a handler gets its elements");
+}
+
+struct Chapter : dravelin::Coding
+{
+    QString title;
+    std::shared_ptr<Chapter> next;
+
+    void encodeWithCoder(dravelin::KeyedArchiver &coder) const override
+    {
+        dravelin::encodeString(coder, title, "title");
+        coder.encodeObject(next, "next");
+    }
+    bool initWithCoder(dravelin::KeyedUnarchiver &coder) override
+    {
+        title = dravelin::decodeStringForKey(coder, "title");
+        next = coder.decodeObjectForKey<Chapter>("next");
+        return true;
+    }
+};
+
+void objectsAreArchived()
+{
+    dravelin::registerCodingClass<Chapter>("Chapter");
+    auto chapter = std::make_shared<Chapter>();
+    chapter->title = "Circles";
+    chapter->next = chapter;
+    const QByteArray archive = dravelin::KeyedArchiver::archivedDataWithRootObject(chapter);
+    chapter->next = nullptr;
+    const auto copy = dravelin::KeyedUnarchiver::unarchiveObjectWithData<Chapter>(archive);
+    check(copy && copy->title == "Circles" && copy->next == copy, "a circle of objects survives");
+    copy->next = nullptr;
+}
+
+void numbersAreSorted()
+{
+    dravelin::NativeInt32Array numbers(200);
+    std::iota(numbers.begin(), numbers.end(), -100);
+    numbers.sort(false);
+    check(numbers.dataAtIndex(0) == 99 && numbers.count() == 200, "an array is sorted");
 }
 
 void exceptionsCrossTheLibrary()
@@ -201,6 +272,10 @@ int main(int argc, char **argv)
     leaksAreFound();
     settingsAreKept();
     bytesHaveText();
+    dataIsStored();
+    documentsAreXml();
+    objectsAreArchived();
+    numbersAreSorted();
     exceptionsCrossTheLibrary();
     zlibComesAlong();
     std::puts("Dravelin " DRAVELIN_VERSION ": the consumer works");
