@@ -6,5 +6,11 @@
 /// \file
 /// Chains of filters over pictures, and overlays that keep a picture's transparency.
 
+#include <dravelin/imaging/filtercatalogue.h>
+#include <dravelin/imaging/filterprocessor.h>
+#include <dravelin/imaging/filterutilities.h>
+#include <dravelin/platform/filterdescription.h>
 #include <dravelin/platform/filterimage.h>
+#include <dravelin/platform/filterkeys.h>
+#include <dravelin/platform/imagefilter.h>
 #include <dravelin/platform/pixelkernel.h>
