@@ -31,7 +31,7 @@ struct FilterInput
 /// A kind of filter, with all of its inputs but "inputImage", which every filter has.
 struct FilterDescription
 {
-    QString displayName;
+    QString displayName = {};
     QStringList categories = {};
     QList<FilterInput> inputs = {};
     PixelKernel kernel = {};

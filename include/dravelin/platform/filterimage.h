@@ -5,6 +5,7 @@
 
 #include <dravelin/platform/export.h>
 
+#include <QtCore/QMetaType>
 #include <QtCore/QSize>
 #include <QtGui/QImage>
 
