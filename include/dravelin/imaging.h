@@ -6,5 +6,11 @@
 /// \file
 /// Chains of filters over pictures, and overlays that keep a picture's transparency.
 
+#include <dravelin/imaging/imageoverlay.h>
+#include <dravelin/imaging/imagetints.h>
+#include <dravelin/imaging/pixellist.h>
 #include <dravelin/platform/filterimage.h>
+#include <dravelin/platform/image.h>
+#include <dravelin/platform/imagefocus.h>
+#include <dravelin/platform/imagerep.h>
 #include <dravelin/platform/pixelkernel.h>
