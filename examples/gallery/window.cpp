@@ -6,6 +6,7 @@
 #include "control/controlpage.h"
 #include "diagnostics/diagnosticspage.h"
 #include "encoding/encodingpage.h"
+#include "overlay/overlaypage.h"
 #include "preferences/preferencespage.h"
 #include "undo/undopage.h"
 
@@ -33,6 +34,7 @@ Window::Window() : m_list(new QListWidget), m_stack(new QStackedWidget)
     add(new ControlPage);
     add(new UndoPage);
     add(new EncodingPage);
+    add(new OverlayPage);
     add(new DiagnosticsPage);
     show(m_pages.constFirst());
     resize(1120, 680);
