@@ -6,10 +6,14 @@
 #include <QtCore/QByteArray>
 #include <QtCore/QString>
 
+#include <cstddef>
+
 namespace dravelin::detail {
 
 /// Asks the system for huge pages for fresh memory that is large enough for them.
 void adviseHugePages(void *memory, quintptr size);
+/// Asks the system for huge pages for a large block of fresh memory; a small one is left as it is.
+void adviseHugePages(void *memory, std::size_t size);
 
 /// Bytes to be written over. Their memory is untouched; when there is much of it, the system is asked for huge pages,
 /// for a page fault per 4 KiB is a good part of the cost of filling fresh memory.

@@ -7,6 +7,7 @@
 #include "diagnostics/diagnosticspage.h"
 #include "encoding/encodingpage.h"
 #include "photo/photopage.h"
+#include "overlay/overlaypage.h"
 #include "preferences/preferencespage.h"
 #include "undo/undopage.h"
 
@@ -35,6 +36,7 @@ Window::Window() : m_list(new QListWidget), m_stack(new QStackedWidget)
     add(new UndoPage);
     add(new EncodingPage);
     add(new PhotoPage);
+    add(new OverlayPage);
     add(new DiagnosticsPage);
     show(m_pages.constFirst());
     resize(1120, 680);

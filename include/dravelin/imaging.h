@@ -13,4 +13,10 @@
 #include <dravelin/platform/filterimage.h>
 #include <dravelin/platform/filterkeys.h>
 #include <dravelin/platform/imagefilter.h>
+#include <dravelin/imaging/imageoverlay.h>
+#include <dravelin/imaging/imagetints.h>
+#include <dravelin/imaging/pixellist.h>
+#include <dravelin/platform/image.h>
+#include <dravelin/platform/imagefocus.h>
+#include <dravelin/platform/imagerep.h>
 #include <dravelin/platform/pixelkernel.h>

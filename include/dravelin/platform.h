@@ -5,7 +5,7 @@
 
 /// \file
 /// What stands under all subsystems: objects, calls by name, observation, notifications, timers, the settings store,
-/// archives, XML, colours, undo.
+/// archives, XML, colours, images, undo.
 
 #include <dravelin/platform/action.h>
 #include <dravelin/platform/bookmarks.h>
@@ -15,6 +15,9 @@
 #include <dravelin/platform/display.h>
 #include <dravelin/platform/exception.h>
 #include <dravelin/platform/geometry.h>
+#include <dravelin/platform/image.h>
+#include <dravelin/platform/imagefocus.h>
+#include <dravelin/platform/imagerep.h>
 #include <dravelin/platform/keyedarchiver.h>
 #include <dravelin/platform/keyedunarchiver.h>
 #include <dravelin/platform/keyvalue.h>
