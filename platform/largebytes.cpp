@@ -12,17 +12,17 @@ namespace {
 constexpr quintptr Page = 4096;
 constexpr quintptr WorthIt = quintptr(4) << 20; ///< two huge pages, so that one is whole
 
-/// All pages of the block, the outer ones too: of a mapping that is advised in part the C library cannot move the pages
-/// when it grows, and copies. The advice does no harm to others, nor does a refusal.
-void adviseHugePages(void *memory, quintptr size)
+} // namespace
+
+// All pages of the block, the outer ones too: of a mapping that is advised in part the C library cannot move the pages
+// when it grows, and copies. The advice does no harm to others, nor does a refusal.
+void detail::adviseHugePages(void *memory, quintptr size)
 {
     if (size < WorthIt)
         return;
     const quintptr before = reinterpret_cast<quintptr>(memory) & (Page - 1);
     madvise(static_cast<char *>(memory) - before, (before + size + Page - 1) & ~(Page - 1), MADV_HUGEPAGE);
 }
-
-} // namespace
 
 QByteArray detail::uninitializedBytes(qsizetype size)
 {

@@ -8,6 +8,9 @@
 
 namespace dravelin::detail {
 
+/// Asks the system for huge pages for fresh memory that is large enough for them.
+void adviseHugePages(void *memory, quintptr size);
+
 /// Bytes to be written over. Their memory is untouched; when there is much of it, the system is asked for huge pages,
 /// for a page fault per 4 KiB is a good part of the cost of filling fresh memory.
 /// \throws std::bad_alloc
