@@ -149,6 +149,10 @@ TEST(FilterProcessor, AppliesOnTheThreadPool)
     chain.addFilter(vignetteFilter(1, 1), 0, 1);
     EXPECT_EQ(watcher.result(), chain.applyFilters(image));
     EXPECT_TRUE(chain.applyFiltersAsync(QImage()).result().isNull());
+    registerFilter(u"TestThrowing"_s,
+                   {.kernel = [](const PixelBlock &, const QVariantMap &) { throw Exception(u"Kernel"_s); }});
+    chain.addFilter(ImageFilter::filterWithName(u"TestThrowing"_s), 0, 0);
+    EXPECT_THROW(chain.applyFiltersAsync(image).result(), Exception);
 }
 
 // A kernel that waits until the future is cancelled sees to it that the work is under way by then.
