@@ -45,10 +45,9 @@ std::shared_ptr<ImageFilter> scaled(const ImageFilter &filter, double factor)
     return copy;
 }
 
+/// \throws what an application's kernel throws
 void render(QPromise<QImage> &promise, const FilterImage &image)
 {
-    promise.start();
-    promise.setProgressRange(0, 1000);
     const auto progress = [&](double done) {
         promise.setProgressValue(int(done * 1000));
         return !promise.isCanceled();
@@ -57,6 +56,15 @@ void render(QPromise<QImage> &promise, const FilterImage &image)
     if (!promise.isCanceled()) {
         promise.setProgressValue(1000);
         promise.addResult(std::move(result));
+    }
+}
+
+void renderAndFinish(QPromise<QImage> &promise, const FilterImage &image) noexcept
+{
+    try {
+        render(promise, image);
+    } catch (...) {
+        promise.setException(std::current_exception());
     }
     promise.finish();
 }
@@ -76,7 +84,9 @@ QFuture<QImage> FilterProcessor::applyFiltersAsync(const QImage &image)
         return QtFuture::makeReadyFuture(image);
     const auto promise = std::make_shared<QPromise<QImage>>();
     const FilterImage output = applyFilters(FilterImage(image));
-    QThreadPool::globalInstance()->start([promise, output] { render(*promise, output); });
+    promise->start(); // a future that has not begun does not wait for its result
+    promise->setProgressRange(0, 1000);
+    QThreadPool::globalInstance()->start([promise, output] { renderAndFinish(*promise, output); });
     return promise->future();
 }
 

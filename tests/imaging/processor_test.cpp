@@ -149,27 +149,28 @@ TEST(FilterProcessor, AppliesOnTheThreadPool)
     chain.addFilter(vignetteFilter(1, 1), 0, 1);
     EXPECT_EQ(watcher.result(), chain.applyFilters(image));
     EXPECT_TRUE(chain.applyFiltersAsync(QImage()).result().isNull());
+    registerFilter(u"TestThrowing"_s,
+                   {.kernel = [](const PixelBlock &, const QVariantMap &) { throw Exception(u"Kernel"_s); }});
+    chain.addFilter(ImageFilter::filterWithName(u"TestThrowing"_s), 0, 0);
+    EXPECT_THROW(chain.applyFiltersAsync(image).result(), Exception);
 }
 
 // A kernel that waits until the future is cancelled sees to it that the work is under way by then.
 TEST(FilterProcessor, CancellingEndsTheWorkWithoutResult)
 {
-    static QFuture<QImage> future;
-    static std::atomic<int> blocks = 0;
     static QSemaphore begun, cancelled;
-    registerFilter(u"TestSlow"_s, {.kernel = [](const PixelBlock &, const QVariantMap &) {
-                       if (blocks++ == 0) {
+    registerFilter(u"TestSlow"_s, {.kernel = [](const PixelBlock &block, const QVariantMap &) {
+                       if (block.x == 0 && block.y == 0) {
                            begun.release();
-                           cancelled.acquire();
+                           cancelled.tryAcquire(1, 60'000);
                        }
                    }});
     FilterProcessor chain(1);
     chain.addFilter(ImageFilter::filterWithName(u"TestSlow"_s), 0, 0);
-    future = chain.applyFiltersAsync(gradient(512, 8000));
-    begun.acquire();
+    auto future = chain.applyFiltersAsync(gradient(512, 8000));
+    ASSERT_TRUE(begun.tryAcquire(1, 60'000));
     future.cancel();
     cancelled.release();
-    future.waitForFinished();
     ASSERT_TRUE(QThreadPool::globalInstance()->waitForDone(60'000));
     EXPECT_TRUE(future.isCanceled());
     EXPECT_EQ(future.resultCount(), 0);

@@ -122,7 +122,8 @@ public:
     [[nodiscard]] FilterImage applyFilters(const FilterImage &image);
 
     /// The same on a thread of QThreadPool::globalInstance(), with the filters as they are now. Progress runs from 0 to
-    /// 1000; a QFutureWatcher reports it on your thread. Cancelling the future ends the work early, without a result.
+    /// 1000; a QFutureWatcher reports it on your thread. Cancelling the future ends the work early, without a result. What
+    /// a kernel of the application throws comes out of the future.
     [[nodiscard]] QFuture<QImage> applyFiltersAsync(const QImage &image);
 
     /// A small picture of what the chain makes of a large one, no larger than the bounds (in pixels) and of its shape;
