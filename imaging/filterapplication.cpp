@@ -78,6 +78,19 @@ QImage FilterProcessor::applyFilters(const QImage &image)
     return m_filterCount == 0 ? image : applyFilters(FilterImage(image)).toImage();
 }
 
+Image FilterProcessor::applyFilters(const Image &image)
+{
+    const bool isCopy = m_filterCount == 0;
+    const QImage shown = applyFilters(image.toImage());
+    if (image.isNull() || (shown.isNull() && !isCopy))
+        return {};
+    Image result(image.size());
+    if (!shown.isNull())
+        result.addRepresentation(std::make_shared<BitmapImageRep>(shown));
+    result.setCacheMode(isCopy ? image.cacheMode() : NSImageCacheNever);
+    return result;
+}
+
 QFuture<QImage> FilterProcessor::applyFiltersAsync(const QImage &image)
 {
     if (m_filterCount == 0)

@@ -16,7 +16,6 @@ constexpr quintptr WorthIt = quintptr(4) << 20; ///< two huge pages, so that one
 
 // All pages of the block, the outer ones too: of a mapping that is advised in part the C library cannot move the pages
 // when it grows, and copies. The advice does no harm to others, nor does a refusal.
-void detail::adviseHugePages(void *memory, quintptr size)
 void detail::adviseHugePages(void *memory, std::size_t size)
 {
     if (size < WorthIt)

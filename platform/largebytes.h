@@ -10,8 +10,6 @@
 
 namespace dravelin::detail {
 
-/// Asks the system for huge pages for fresh memory that is large enough for them.
-void adviseHugePages(void *memory, quintptr size);
 /// Asks the system for huge pages for a large block of fresh memory; a small one is left as it is.
 void adviseHugePages(void *memory, std::size_t size);
 

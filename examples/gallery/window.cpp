@@ -6,8 +6,8 @@
 #include "control/controlpage.h"
 #include "diagnostics/diagnosticspage.h"
 #include "encoding/encodingpage.h"
-#include "photo/photopage.h"
 #include "overlay/overlaypage.h"
+#include "photo/photopage.h"
 #include "preferences/preferencespage.h"
 #include "undo/undopage.h"
 

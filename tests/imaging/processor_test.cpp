@@ -263,3 +263,23 @@ TEST(FilterProcessor, BrokenTextGivesNoChain)
     EXPECT_FALSE(FilterProcessor::decodeChain("no chain"));
     EXPECT_FALSE(FilterProcessor::decodeChain({}));
 }
+
+TEST(FilterProcessor, MakesNewImageObjects)
+{
+    QImage pixels(4, 2, QImage::Format_RGB32);
+    pixels.fill(Qt::blue);
+    pixels.setDevicePixelRatio(2);
+    const Image image(pixels);
+    FilterProcessor chain(1);
+    const Image copy = chain.applyFilters(image);
+    EXPECT_FALSE(copy == image);
+    EXPECT_EQ(copy.toImage(), pixels);
+
+    chain.addFilter(colorInvertFilter(), 0, 0);
+    const Image inverted = chain.applyFilters(image);
+    EXPECT_EQ(inverted.size(), QSizeF(2, 1)) << "in points";
+    EXPECT_EQ(inverted.toImage().pixelColor(3, 1), QColor(Qt::yellow));
+    EXPECT_EQ(inverted.cacheMode(), NSImageCacheNever);
+    EXPECT_TRUE(chain.applyFilters(Image()).isNull());
+    EXPECT_TRUE(chain.applyFilters(Image(QSizeF(2, 2))).isNull()) << "it shows nothing";
+}

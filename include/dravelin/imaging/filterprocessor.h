@@ -4,6 +4,7 @@
 #pragma once
 
 #include <dravelin/platform/export.h>
+#include <dravelin/platform/image.h>
 #include <dravelin/platform/imagefilter.h>
 
 #include <QtCore/QByteArray>
@@ -11,6 +12,7 @@
 #include <QtCore/QList>
 #include <QtCore/QSize>
 #include <QtGui/QImage>
+#include <QtGui/QPixmap>
 
 #include <memory>
 #include <optional>
@@ -116,6 +118,12 @@ public:
     /// \return a null image when the picture is null or there is no memory for the result
     /// \operation{applyFilters:}
     [[nodiscard]] QImage applyFilters(const QImage &image);
+
+    /// The same of an image object: a new one of its size in points with one bitmap, which never keeps a cache. Without
+    /// filters a copy of the image, of which it shares the pixels.
+    /// \return no image when the image is none or shows nothing, or there is no memory for the result
+    [[nodiscard]] Image applyFilters(const Image &image);
+    [[nodiscard]] QImage applyFilters(const QPixmap &pixmap) { return applyFilters(pixmap.toImage()); }
 
     /// The same as a recipe, which makes no pixels and has nothing to do with the processor any more: render it into an
     /// image that is there, or on another thread.
