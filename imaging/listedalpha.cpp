@@ -38,10 +38,10 @@ bool detail::haveListedAlpha(const QImage &image, const PixelList &list)
     const Pixels<const uchar> pixels{image.constBits(), image.bytesPerLine(), quint64(image.width()),
                                      quint64(image.height())};
     // The list goes down the columns: without a hint every pixel is waited for.
-    constexpr std::ptrdiff_t ahead = 12;
+    constexpr std::ptrdiff_t ahead = 64;
     for (const AlphaEntry *entry = list.begin(); entry != list.end(); ++entry) {
         if (list.end() - entry > ahead && pixels.have(entry[ahead]))
-            __builtin_prefetch(&pixels[entry[ahead]]);
+            __builtin_prefetch(&pixels[entry[ahead]], 0, 2);
         if (pixels.have(*entry) && pixels[*entry] >> 24 != entry->alpha)
             return false;
     }
