@@ -5,6 +5,7 @@
 
 #include <dravelin/imaging/imagetints.h>
 
+#include <imaging/listedalpha.h>
 #include <imaging/pixelscan.h>
 
 #include <algorithm>
@@ -117,15 +118,9 @@ void ImageOverlay::copyAlphaChannel()
     const auto bitmap = m_overlayImage.firstBitmap();
     if (m_pixelEntryCount <= 0 || !bitmap)
         return;
-    QImage &pixels = bitmap->straightPixels();
-    const QRect bounds = pixels.rect();
-    uchar *bits = pixels.bits();
-    for (const AlphaEntry &entry : m_pixelList) {
-        if (!bounds.contains(int(entry.x), int(entry.y)))
-            continue;
-        QRgb &pixel = reinterpret_cast<QRgb *>(bits + entry.y * pixels.bytesPerLine())[entry.x];
-        pixel = (pixel & 0x00ffffff) | QRgb(entry.alpha) << 24;
-    }
+    // A tint keeps alpha, so that it differs only if the source image was changed after it was listed.
+    if (!detail::haveListedAlpha(bitmap->pixels(), m_pixelList))
+        detail::writeListedAlpha(bitmap->straightPixels(), m_pixelList);
 }
 
 void ImageOverlay::createPixelList()

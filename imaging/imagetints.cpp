@@ -19,23 +19,31 @@ namespace {
 
 float fraction(float value) { return std::isnan(value) ? 0 : std::clamp(value, 0.0F, 1.0F); }
 
+/// The pixels of an image in one of the formats of bitmaps.
+QImage pixelsOf(const Image &image)
+{
+    const auto bitmap = image.firstBitmap();
+    return bitmap ? bitmap->toImage() : image.toImage().convertToFormat(QImage::Format_ARGB32_Premultiplied);
+}
+
+/// Samples may be premultiplied: they are products of the alpha then, and of the factor too.
 Image multiplied(const Image &image, const detail::ChannelFactors &factors)
 {
-    QImage pixels = image.toImage();
-    if (pixels.isNull())
+    const QImage from = pixelsOf(image);
+    if (from.isNull())
         return {};
-    const bool isOpaque = !pixels.hasAlphaChannel();
-    pixels.convertTo(isOpaque ? QImage::Format_RGB32 : QImage::Format_ARGB32);
-    uchar *bits = pixels.bits(); // detached
-    if (!bits) {
-        logWarning(
-            u"no memory to tint an image of %1 x %2 points"_s.arg(image.size().width()).arg(image.size().height()));
+    QImage to(from.size(), from.format());
+    if (to.isNull()) {
+        logWarning(u"no memory to tint an image of %1 x %2 pixels"_s.arg(from.width()).arg(from.height()));
         return {};
     }
-    for (int y = 0; y < pixels.height(); ++y)
-        detail::multiplyPixels(reinterpret_cast<QRgb *>(bits + y * pixels.bytesPerLine()), std::size_t(pixels.width()),
+    to.setDevicePixelRatio(image.toImage().devicePixelRatio());
+    for (int y = 0; y < from.height(); ++y) {
+        detail::multiplyPixels(reinterpret_cast<QRgb *>(to.scanLine(y)),
+                               reinterpret_cast<const QRgb *>(from.constScanLine(y)), std::size_t(from.width()),
                                factors);
-    return pixels;
+    }
+    return to;
 }
 
 } // namespace

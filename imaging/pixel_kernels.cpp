@@ -42,19 +42,19 @@ HWY_ATTR HWY_INLINE Vector multiplied(Vector pixels, const ChannelFactors &facto
 
 } // namespace
 
-HWY_ATTR void multiply(QRgb *pixels, std::size_t count, const ChannelFactors &factors)
+HWY_ATTR void multiply(QRgb *to, const QRgb *from, std::size_t count, const ChannelFactors &factors)
 {
     const Pixels tag;
     const std::size_t lanes = hn::Lanes(tag);
     std::size_t i = 0;
     for (; i + lanes <= count; i += lanes)
-        hn::StoreU(multiplied(hn::LoadU(tag, pixels + i), factors), tag, pixels + i);
+        hn::StoreU(multiplied(hn::LoadU(tag, from + i), factors), tag, to + i);
     if (i == count)
         return;
     QRgb rest[HWY_MAX_BYTES / sizeof(QRgb)] = {};
-    std::copy(pixels + i, pixels + count, rest);
+    std::copy(from + i, from + count, rest);
     hn::StoreU(multiplied(hn::LoadU(tag, rest), factors), tag, rest);
-    std::copy(rest, rest + (count - i), pixels + i);
+    std::copy(rest, rest + (count - i), to + i);
 }
 
 HWY_ATTR bool opaque(const QRgb *pixels, std::size_t count)
@@ -99,9 +99,9 @@ HWY_EXPORT(multiply);
 HWY_EXPORT(opaque);
 HWY_EXPORT(countThem);
 
-void multiplyPixels(QRgb *pixels, std::size_t count, const ChannelFactors &factors)
+void multiplyPixels(QRgb *to, const QRgb *from, std::size_t count, const ChannelFactors &factors)
 {
-    HWY_DYNAMIC_DISPATCH(multiply)(pixels, count, factors);
+    HWY_DYNAMIC_DISPATCH(multiply)(to, from, count, factors);
 }
 
 bool areOpaque(const QRgb *pixels, std::size_t count) { return HWY_DYNAMIC_DISPATCH(opaque)(pixels, count); }

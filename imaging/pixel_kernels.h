@@ -15,8 +15,8 @@ struct ChannelFactors
     float red, green, blue;
 };
 
-/// Multiplies the colour samples of pixels that are not premultiplied, rounding to the nearest; alpha stays.
-void multiplyPixels(QRgb *pixels, std::size_t count, const ChannelFactors &factors);
+/// Writes the pixels with their colour samples multiplied, rounded to the nearest; alpha stays.
+void multiplyPixels(QRgb *to, const QRgb *from, std::size_t count, const ChannelFactors &factors);
 
 /// Whether the alpha samples of all pixels are 255.
 [[nodiscard]] bool areOpaque(const QRgb *pixels, std::size_t count);

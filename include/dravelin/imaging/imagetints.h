@@ -8,10 +8,10 @@
 
 namespace dravelin {
 
-/// Tinted copies of an image. They are new images of the image's size, of one bitmap representation that is not
-/// premultiplied. Each colour sample c, 0 to 255, becomes c * f, rounded to the nearest, where f is the factor of its
-/// channel; alpha stays, so what is clear stays clear and keeps its colour too. No image, and an image without
-/// representation, give no image.
+/// Tinted copies of an image. They are new images of the image's size, of one bitmap representation in the format of the
+/// image's. Each colour sample c, 0 to 255, becomes c * f, rounded to the nearest, where f is the factor of its channel;
+/// premultiplied samples likewise, so that the colour is tinted alike. Alpha stays: what is clear stays clear. No image,
+/// and an image without representation, give no image.
 inline namespace ImageTints {
 
 /// Multiplies the image with a colour that is laid over it: f = 1 - a + a * t, where a is the alpha and t is the red,
@@ -21,7 +21,7 @@ inline namespace ImageTints {
 /// The formula is the multiply blend mode of the W3C's Compositing and Blending, clipped to the image (source-atop).
 /// \param hue 0 to 1 once round the circle, from red over green and blue back to red; beyond that it wraps
 /// \param saturation the colour's alpha a, from 0, the image as it is, to 1; clamped. No number counts as 0.
-/// \cost one pass over the pixels by vectors, after a conversion if they are premultiplied
+/// \cost one pass over the pixels by vectors
 /// \operation{createMultiplyColorOverlay:saturation:}
 [[nodiscard]] DRAVELIN_EXPORT Image createMultiplyColorOverlay(const Image &image, float hue, float saturation);
 
