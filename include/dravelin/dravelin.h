@@ -11,6 +11,7 @@
 #include <dravelin/control.h>
 #include <dravelin/diagnostics.h>
 #include <dravelin/encoding.h>
+#include <dravelin/imaging.h>
 #include <dravelin/platform.h>
 #include <dravelin/preferences.h>
 #include <dravelin/values.h>
