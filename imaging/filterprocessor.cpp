@@ -28,9 +28,18 @@ bool removeFirst(FilterLevel &level, const auto &accepts)
     return true;
 }
 
+std::vector<FilterLevel> emptyLevels(qint64 count)
+{
+    try {
+        return std::vector<FilterLevel>(size_t(std::max<qint64>(count, 0)));
+    } catch (const std::exception &) {
+        throw Exception(QLatin1String(NSMallocException), u"there is no memory for %1 levels"_s.arg(count));
+    }
+}
+
 } // namespace
 
-FilterProcessor::FilterProcessor(qint64 levels) : m_filterLevels(size_t(std::max<qint64>(levels, 0))) {}
+FilterProcessor::FilterProcessor(qint64 levels) : m_filterLevels(emptyLevels(levels)) {}
 FilterProcessor::FilterProcessor(FilterProcessor &&other) noexcept = default;
 FilterProcessor &FilterProcessor::operator=(FilterProcessor &&other) noexcept = default;
 FilterProcessor::~FilterProcessor() = default;

@@ -82,6 +82,7 @@ TEST(FilterProcessor, KeepsTheChainInOrder)
         ASSERT_EQ(contents(chain), QLatin1String(expected));
     }
     EXPECT_EQ(chain.findFilter(u"one"_s), nullptr);
+    EXPECT_THROW(FilterProcessor(std::numeric_limits<qint64>::max()), Exception);
     try {
         FilterProcessor(-3).addFilter(nullptr, 0, 0);
         ADD_FAILURE();
@@ -159,11 +160,12 @@ TEST(FilterProcessor, AppliesOnTheThreadPool)
 TEST(FilterProcessor, CancellingEndsTheWorkWithoutResult)
 {
     static QSemaphore begun, cancelled;
-    registerFilter(u"TestSlow"_s, {.kernel = [](const PixelBlock &block, const QVariantMap &) {
-                       if (block.x == 0 && block.y == 0) {
-                           begun.release();
-                           cancelled.tryAcquire(1, 60'000);
-                       }
+    static std::atomic<int> rows = 0;
+    registerFilter(u"TestSlow"_s, {.kernel = [](const PixelBlock &, const QVariantMap &) {
+                       begun.release();
+                       if (cancelled.tryAcquire(1, 60'000))
+                           cancelled.release();
+                       ++rows;
                    }});
     FilterProcessor chain(1);
     chain.addFilter(ImageFilter::filterWithName(u"TestSlow"_s), 0, 0);
@@ -174,6 +176,7 @@ TEST(FilterProcessor, CancellingEndsTheWorkWithoutResult)
     ASSERT_TRUE(QThreadPool::globalInstance()->waitForDone(60'000));
     EXPECT_TRUE(future.isCanceled());
     EXPECT_EQ(future.resultCount(), 0);
+    EXPECT_LT(rows, 8000);
 }
 
 TEST(FilterProcessor, ThumbnailsLookLikeTheWhole)
@@ -187,16 +190,22 @@ TEST(FilterProcessor, ThumbnailsLookLikeTheWhole)
     EXPECT_TRUE(chain.thumbnail(image, {0, 60}).isNull());
 
     chain.addFilter(colorMultiplyBlendFilter(gradient(600, 400).mirrored(true, true)), 0, 0);
-    const auto shadows = shadowsFilter(0.5f);
-    shadows->setValue(10, kCIInputRadiusKey);
-    chain.addFilter(shadows, 0, 1);
     const QImage small = chain.thumbnail(image, {60, 60});
     const QImage large = chain.applyFilters(image).scaled(60, 40, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
     for (int y = 0; y < 40; y += 3) {
         for (int x = 0; x < 60; x += 3)
             ASSERT_NEAR(qRed(small.pixel(x, y)), qRed(large.pixel(x, y)), 4) << x << ' ' << y;
     }
-    EXPECT_EQ(shadows->value(kCIInputRadiusKey), QVariant(10));
+
+    registerFilter(u"TestLength"_s, {.inputs = {{.key = u"inputLength"_s, .inPixels = true}},
+                                     .kernel = [](const PixelBlock &block, const QVariantMap &values) {
+                                         std::fill_n(block.red, block.count, values[u"inputLength"_s].toFloat() / 255);
+                                     }});
+    const auto length = ImageFilter::filterWithName(u"TestLength"_s);
+    length->setValue(50, u"inputLength"_s);
+    chain.addFilter(length, 0, 2);
+    EXPECT_EQ(qRed(chain.thumbnail(image, {60, 60}).pixel(5, 5)), 5);
+    EXPECT_EQ(length->value(u"inputLength"_s), QVariant(50));
 }
 
 TEST(FilterProcessor, SurvivesAsText)
@@ -208,6 +217,10 @@ TEST(FilterProcessor, SurvivesAsText)
     chain.addFilter(sepiaFilter(std::nanf("")), 0, 1);
     chain.addFilter(createCIFilter(u"CIVibrance"_s, u"a,b\r%é"_s), 1, 0);
     chain.addFilter(createCIFilter(u"CIVibrance"_s, {}), 1, 0);
+    const auto kernel = [](const PixelBlock &, const QVariantMap &) {};
+    ASSERT_TRUE(registerFilter(u"TestOdd"_s, {.inputs = {{.key = u"é,\r="_s}}, .kernel = kernel}));
+    chain.addFilter(createCIFilter(u"TestOdd"_s, u"Odd"_s), 2, 0);
+    chain.findFilter(u"Odd"_s)->setValue(0.25, u"é,\r="_s);
     chain.filterItems(1)[0]->hasDefault = true;
     chain.filterItems(1)[0]->defaultValue = -0.1;
     auto copy = FilterProcessor::decodeChain(chain.encodeChain());
@@ -219,6 +232,7 @@ TEST(FilterProcessor, SurvivesAsText)
     EXPECT_EQ(colors->value(u"inputColor0"_s).value<Color>(), falseColor->value(u"inputColor0"_s).value<Color>());
     EXPECT_EQ(colors->value(u"inputColor1"_s).value<Color>(), Color(QColor(1, 2, 3)));
     EXPECT_EQ(copy->findFilter(u"Exposure"_s)->value(kCIInputEVKey).toDouble(), double(0.1f));
+    EXPECT_EQ(copy->findFilter(u"Odd"_s)->value(u"é,\r="_s), QVariant(0.25));
     EXPECT_TRUE(std::isnan(copy->findFilter(u"Sepia Tone"_s)->value(kCIInputIntensityKey).toDouble()));
     EXPECT_EQ(copy->filterItems(1)[0]->defaultValue, -0.1);
     EXPECT_EQ(FilterProcessor::decodeChain(FilterProcessor(0).encodeChain())->levelCount(), 0);

@@ -47,6 +47,7 @@ class DRAVELIN_EXPORT FilterProcessor
 {
 public:
     /// \param levels below 1 there are none, and nothing can be added
+    /// \throws Exception NSMallocException when there is no memory for them
     /// \operation{initWithLevels:}
     explicit FilterProcessor(qint64 levels);
     FilterProcessor(FilterProcessor &&other) noexcept;
