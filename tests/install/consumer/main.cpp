@@ -6,6 +6,8 @@
 #include <dravelin/dravelin.h>
 
 #include <QtCore/QCoreApplication>
+#include <QtGui/QColor>
+#include <QtGui/QImage>
 
 #include <zlib.h>
 
@@ -246,6 +248,21 @@ void numbersAreSorted()
     check(numbers.dataAtIndex(0) == 99 && numbers.count() == 200, "an array is sorted");
 }
 
+void picturesAreFiltered()
+{
+    QImage photo(8, 8, QImage::Format_RGB32);
+    photo.fill(Qt::red);
+    dravelin::FilterProcessor chain(2);
+    chain.addFilter(dravelin::saturationFilter(0), 0, 2);
+    chain.addFilter(dravelin::colorInvertFilter(), 0, 1);
+    const QColor color = chain.applyFilters(photo).pixelColor(3, 3);
+    check(color.red() == color.blue() && chain.filterCount() == 2, "a chain of filters is applied");
+    dravelin::ImageOverlay overlay(photo);
+    check(overlay.getOverlayImage().isNull(), "there is no overlay before a tint");
+    overlay.colorImageWithHue(0.6F, 0.8F);
+    check(overlay.getOverlayImage().toImage().size() == photo.size(), "an icon is tinted");
+}
+
 void exceptionsCrossTheLibrary()
 {
     try {
@@ -276,6 +293,7 @@ int main(int argc, char **argv)
     documentsAreXml();
     objectsAreArchived();
     numbersAreSorted();
+    picturesAreFiltered();
     exceptionsCrossTheLibrary();
     zlibComesAlong();
     std::puts("Dravelin " DRAVELIN_VERSION ": the consumer works");
