@@ -132,7 +132,10 @@ TEST(ImageTints, FollowTheirFormulas)
             EXPECT_EQ(qAlpha(after), qAlpha(before)) << row.name;
         }
     }
-    EXPECT_TRUE(createGrayScaleOverlay(Image(QSizeF(2, 2)), 1).isNull());
+    Image dense(QSizeF(2, 0.5));
+    EXPECT_TRUE(createGrayScaleOverlay(dense, 1).isNull());
+    dense.addRepresentation(std::make_shared<BitmapImageRep>(tiny(Qt::red, {8, 2})));
+    EXPECT_EQ(createGrayScaleOverlay(dense, 1).size(), dense.size());
 }
 
 TEST(ImageOverlay, BuildsOnlyWhatIsStale)
