@@ -5,7 +5,6 @@
 
 #include <dravelin/imaging/imagetints.h>
 
-#include <imaging/listedalpha.h>
 #include <imaging/pixelscan.h>
 
 #include <algorithm>
@@ -17,6 +16,13 @@ namespace {
 
 /// How many of a bitmap's columns or rows lie below a width in points.
 int below(double width, int available) { return int(std::clamp(std::ceil(width), 0.0, double(available))); }
+
+/// Another one after each change of the pixels.
+qint64 keyOf(const Image &image)
+{
+    const auto bitmap = image.firstBitmap();
+    return bitmap ? bitmap->toImage().cacheKey() : 0;
+}
 
 } // namespace
 
@@ -85,7 +91,9 @@ void ImageOverlay::overlayImage()
     m_overlayImage = m_useColor ? createMultiplyColorOverlay(m_originalImage, m_hue, m_saturation)
                                 : createGrayScaleOverlay(m_originalImage, m_grayscale);
     convertRepresentationToBitmap(m_overlayImage);
-    copyAlphaChannel();
+    // A tint keeps alpha: what is listed is there already unless the source image was changed since.
+    if (keyOf(m_originalImage) != m_listedKey)
+        copyAlphaChannel();
     m_overlayImage.noCache();
 }
 
@@ -118,9 +126,7 @@ void ImageOverlay::copyAlphaChannel()
     const auto bitmap = m_overlayImage.firstBitmap();
     if (m_pixelEntryCount <= 0 || !bitmap)
         return;
-    // A tint keeps alpha, so that it differs only if the source image was changed after it was listed.
-    if (!detail::haveListedAlpha(bitmap->pixels(), m_pixelList))
-        detail::writeListedAlpha(bitmap->straightPixels(), m_pixelList);
+    detail::writeListedAlpha(bitmap->straightPixels(), m_pixelList);
 }
 
 void ImageOverlay::createPixelList()
@@ -134,6 +140,7 @@ void ImageOverlay::createPixelList()
     detail::listTranslucent(bitmap->toImage(), below(width, bitmap->pixelsWide()), below(width, bitmap->pixelsHigh()),
                             m_pixelList);
     m_pixelEntryCount = m_pixelList.pixelCount();
+    m_listedKey = keyOf(m_originalImage);
 }
 
 qint64 ImageOverlay::alphaIndex(const BitmapImageRep &bitmap)

@@ -37,13 +37,15 @@ Image multiplied(const Image &image, const detail::ChannelFactors &factors)
         logWarning(u"no memory to tint an image of %1 x %2 pixels"_s.arg(from.width()).arg(from.height()));
         return {};
     }
-    to.setDevicePixelRatio(image.toImage().devicePixelRatio());
+    to.setDevicePixelRatio(from.devicePixelRatio());
     for (int y = 0; y < from.height(); ++y) {
         detail::multiplyPixels(reinterpret_cast<QRgb *>(to.scanLine(y)),
                                reinterpret_cast<const QRgb *>(from.constScanLine(y)), std::size_t(from.width()),
                                factors);
     }
-    return to;
+    Image tinted(image.size());
+    tinted.addRepresentation(std::make_shared<BitmapImageRep>(to));
+    return tinted;
 }
 
 } // namespace

@@ -71,4 +71,16 @@ void detail::listTranslucent(const QImage &image, int columns, int rows, PixelLi
     }
 }
 
+void detail::writeListedAlpha(QImage &image, const PixelList &list)
+{
+    uchar *bits = image.bits();
+    const qint64 bytesPerLine = image.bytesPerLine(), width = image.width(), height = image.height();
+    for (const AlphaEntry &entry : list) {
+        if (entry.x >= width || entry.y >= height)
+            continue;
+        QRgb &pixel = reinterpret_cast<QRgb *>(bits + entry.y * bytesPerLine)[entry.x];
+        pixel = (pixel & 0x00ffffff) | QRgb(entry.alpha) << 24;
+    }
+}
+
 } // namespace dravelin

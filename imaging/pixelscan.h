@@ -14,4 +14,8 @@ namespace dravelin::detail {
 /// \throws Exception NSMallocException
 void listTranslucent(const QImage &image, int columns, int rows, PixelList &list);
 
+/// Writes the alpha samples of the listed pixels that are in the image.
+/// \param image of format ARGB32
+void writeListedAlpha(QImage &image, const PixelList &list);
+
 } // namespace dravelin::detail

@@ -75,6 +75,19 @@ TEST(Image, IsAHandleOfSharedPixels)
     EXPECT_EQ(pixels.pixelColor(4, 2), QColor(Qt::red));
 }
 
+TEST(Image, SizeIsIndependentOfItsRepresentations)
+{
+    QImage pixels(8, 8, QImage::Format_ARGB32_Premultiplied);
+    pixels.fill(Qt::red);
+    Image image(QSizeF(2, 2));
+    image.addRepresentation(std::make_shared<BitmapImageRep>(pixels));
+    image.lockFocus().painter().fillRect(QRectF(1, 1, 1, 1), Qt::blue);
+    EXPECT_EQ(image.size(), QSizeF(2, 2));
+    EXPECT_EQ(image.toImage().devicePixelRatio(), 4);
+    EXPECT_EQ(image.toImage().pixelColor(3, 4), QColor(Qt::red));
+    EXPECT_EQ(image.toImage().pixelColor(7, 4), QColor(Qt::blue));
+}
+
 TEST(Image, NoneDoesNothing)
 {
     const LogRecorder log;

@@ -70,7 +70,8 @@ public:
     /// What the results are made by; only unusual programs call them.
     /// @{
 
-    /// Builds the overlay anew: the tint, the listed alpha samples, no cache.
+    /// Builds the overlay anew: the tint, the listed alpha samples, no cache. A tint keeps alpha, so that there is nothing
+    /// to copy from the list as long as the source image has not been changed since it was listed.
     /// \operation{overlayImage}
     void overlayImage();
     /// Draws background and overlay on the composite image, which is not cleared first: where both are translucent, what
@@ -118,6 +119,7 @@ private:
     float m_grayscale = 1;
     PixelList m_pixelList;
     qint64 m_pixelEntryCount = 0;
+    qint64 m_listedKey = 0; ///< of the pixels that the list was made of
     Image m_overlayImage;
     Image m_compositeOverlayImage;
     bool m_needsCompositing = false;

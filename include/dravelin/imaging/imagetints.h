@@ -8,10 +8,10 @@
 
 namespace dravelin {
 
-/// Tinted copies of an image. They are new images of the image's size, of one bitmap representation in the format of the
-/// image's. Each colour sample c, 0 to 255, becomes c * f, rounded to the nearest, where f is the factor of its channel;
-/// premultiplied samples likewise, so that the colour is tinted alike. Alpha stays: what is clear stays clear. No image,
-/// and an image without representation, give no image.
+/// Tinted copies of an image. They are new images of the image's size, of one bitmap representation whose pixels are
+/// premultiplied if the image's are. Each colour sample c, 0 to 255, becomes c * f, rounded to the nearest, where f is
+/// the factor of its channel; premultiplied samples likewise, so that the colour is tinted alike. Alpha stays: what is
+/// clear stays clear. No image, and an image without representation, give no image.
 inline namespace ImageTints {
 
 /// Multiplies the image with a colour that is laid over it: f = 1 - a + a * t, where a is the alpha and t is the red,
