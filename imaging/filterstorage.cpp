@@ -153,14 +153,15 @@ std::optional<FilterProcessor> FilterProcessor::decodeChain(const QByteArray &te
     encoder.decodeData(text, MostBytes);
     bool isNumber = false;
     const qint64 levels = encoder.getString(u"levels"_s).toLongLong(&isNumber);
-    QString fault = !isNumber || levels < 0 || levels > MostLevels ? u"no number of levels"_s : QString();
+    QString fault = !isNumber || levels < 0 || levels > MostLevels ? u"it has no number of levels"_s : QString();
     FilterProcessor processor(fault.isEmpty() ? levels : 0);
-    Entry entry{encoder, 0};
-    for (; fault.isEmpty() && encoder.contains(entry.key("filter")); ++entry.place)
-        fault = read(entry, processor);
+    for (Entry entry{encoder, 0}; fault.isEmpty() && encoder.contains(entry.key("filter")); ++entry.place) {
+        if (const QString cause = read(entry, processor); !cause.isEmpty())
+            fault = u"entry %1 has %2"_s.arg(entry.place).arg(cause);
+    }
     if (fault.isEmpty())
         return processor;
-    logWarning(u"The chain of filters is not read: entry %1 has %2"_s.arg(entry.place).arg(fault));
+    logWarning(u"The chain of filters is not read: "_s + fault);
     return std::nullopt;
 }
 

@@ -9,20 +9,31 @@ namespace dravelin::detail {
 
 namespace {
 
-constexpr float full = 65535;
+constexpr float full = 65535, half = 0.5;
 
-quint16 toLevel(float value) { return quint16(std::clamp(value, 0.0F, 1.0F) * full + 0.5F); }
+quint16 toLevel(float value) { return quint16(std::clamp(value, 0.0F, 1.0F) * full + half); }
+
+/// Divides sums by the number of their terms, rounded: by a multiplication, for divisions of integers are slow.
+class Mean
+{
+public:
+    explicit Mean(int terms) : m_factor(((quint64(1) << 32) + quint64(terms) / 2) / quint64(terms)) {}
+    quint16 operator()(qint64 sum) const { return quint16((quint64(sum) * m_factor + (quint64(1) << 31)) >> 32); }
+
+private:
+    quint64 m_factor;
+};
 
 /// The running mean of a line of which `from(i)` is valid within 0 to count.
 void meanOfRow(const quint16 *from, quint16 *to, int count, int radius)
 {
     const auto at = [&](int i) { return qint64(from[std::clamp(i, 0, count - 1)]); };
-    const qint64 size = 2 * qint64(radius) + 1;
+    const Mean mean(2 * radius + 1);
     qint64 sum = 0;
     for (int i = -radius; i <= radius; ++i)
         sum += at(i);
     for (int i = 0; i < count; ++i) {
-        to[i] = quint16((sum + size / 2) / size);
+        to[i] = mean(sum);
         sum += at(i + radius + 1) - at(i - radius);
     }
 }
@@ -42,7 +53,6 @@ void meanOfColumns(std::vector<quint16> &plane, int width, int radius)
     const int height = int(plane.size() / std::size_t(width));
     const std::vector<quint16> from = plane;
     const auto row = [&](int y) { return from.data() + std::ptrdiff_t(std::clamp(y, 0, height - 1)) * width; };
-    const double size = 2.0 * radius + 1;
     std::vector<qint64> sums(static_cast<std::size_t>(width));
     const auto add = [&](int y, int sign) {
         std::transform(sums.begin(), sums.end(), row(y), sums.begin(),
@@ -51,8 +61,7 @@ void meanOfColumns(std::vector<quint16> &plane, int width, int radius)
     for (int y = -radius; y <= radius; ++y)
         add(y, 1);
     for (int y = 0; y < height; ++y) {
-        std::ranges::transform(sums, plane.begin() + std::ptrdiff_t(y) * width,
-                               [size](qint64 sum) { return quint16(double(sum) / size + 0.5); });
+        std::ranges::transform(sums, plane.begin() + std::ptrdiff_t(y) * width, Mean(2 * radius + 1));
         add(y + radius + 1, 1);
         add(y - radius, -1);
     }

@@ -10,6 +10,7 @@
 #define HWY_TARGET_INCLUDE "platform/pixelio_kernels.cpp"
 #include <hwy/foreach_target.h>
 // foreach_target.h comes first.
+#include <hwy/cache_control.h>
 #include <hwy/highway.h>
 
 HWY_BEFORE_NAMESPACE();
@@ -68,8 +69,10 @@ template <PixelFormat Format>
 HWY_ATTR HWY_INLINE void loadRow(const QRgb *from, PixelRow &row)
 {
     int i = 0;
-    for (; i + step() <= row.count; i += step())
+    for (; i + step() <= row.count; i += step()) {
+        hwy::Prefetch(from + i + PixelRow::capacity); // the next block's, while the filters are at work on this one
         loadVector<Format>(hn::LoadU(Words(), from + i), row, i);
+    }
     if (i < row.count) {
         HWY_ALIGN QRgb rest[16] = {};
         std::memcpy(rest, from + i, std::size_t(row.count - i) * sizeof(QRgb));

@@ -12,7 +12,6 @@
 #include <QtGui/QColorSpace>
 
 #include <new>
-#include <ranges>
 
 namespace dravelin::detail {
 
@@ -70,8 +69,8 @@ RenderProgram RenderCompiler::compile(const Recipe &recipe)
     for (const Recipe *at = &recipe; at != source; at = inputOf(*at))
         filters.push_back(at);
     ProgramBuilder builder(*this, plainPixels(source->source));
-    for (const Recipe *filter : filters | std::views::reverse)
-        builder.add(*filter);
+    for (auto filter = filters.rbegin(); filter != filters.rend(); ++filter)
+        builder.add(**filter);
     return builder.take();
 }
 

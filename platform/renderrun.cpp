@@ -3,8 +3,6 @@
 
 #include <platform/renderrun.h>
 
-#include <platform/streamcopy.h>
-
 #include <QtCore/QSemaphore>
 #include <QtCore/QThreadPool>
 
@@ -24,7 +22,6 @@ RenderRun::RenderRun(const RenderProgram &program, QImage &target, const RenderO
       m_bits(target.bits()),
       m_bytesPerLine(target.bytesPerLine()),
       m_format(pixelFormat(target)),
-      m_streams(std::size_t(target.sizeInBytes()) >= streamedSize),
       m_rows(std::max(1, bandPixels / m_size.width())),
       m_bands((m_size.height() + m_rows - 1) / m_rows)
 {}
@@ -75,14 +72,7 @@ void RenderRun::renderBand(int band, PixelRow &row) const
     const int top = band * m_rows, bottom = std::min(top + m_rows, m_size.height());
     if (m_program.bytes)
         return renderBytes(top, bottom);
-    alignas(64) QRgb pixels[PixelRow::capacity];
-    forEachBlock(m_program, top, bottom, row, [&] {
-        QRgb *to = line(row.y) + row.x;
-        storePixels(row, m_format, m_streams ? pixels : to);
-        if (m_streams)
-            streamCopy(to, pixels, std::size_t(row.count) * sizeof(QRgb));
-    });
-    finishStreamCopies();
+    forEachBlock(m_program, top, bottom, row, [&] { storePixels(row, m_format, line(row.y) + row.x); });
 }
 
 void RenderRun::renderBytes(int top, int bottom) const

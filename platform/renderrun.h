@@ -38,8 +38,7 @@ private:
     uchar *m_bits;
     const qsizetype m_bytesPerLine;
     const PixelFormat m_format;
-    const bool m_streams; ///< past the caches
-    const int m_rows;     ///< of a band
+    const int m_rows; ///< of a band
     const int m_bands;
     std::atomic<int> m_next = 0;
     std::atomic<bool> m_stopped = false;

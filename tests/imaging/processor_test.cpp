@@ -82,7 +82,7 @@ TEST(FilterProcessor, KeepsTheChainInOrder)
         ASSERT_EQ(contents(chain), QLatin1String(expected));
     }
     EXPECT_EQ(chain.findFilter(u"one"_s), nullptr);
-    EXPECT_THROW(FilterProcessor(std::numeric_limits<qint64>::max()), Exception);
+    EXPECT_THROW(FilterProcessor{std::numeric_limits<qint64>::max()}, Exception);
     try {
         FilterProcessor(-3).addFilter(nullptr, 0, 0);
         ADD_FAILURE();

@@ -11,16 +11,20 @@ using dravelin::FilterInput;
 
 namespace {
 
-QString limit(const std::optional<double> &number) { return number ? QString::number(*number) : u"..."_s; }
+QString range(const std::optional<double> &minimum, const std::optional<double> &maximum)
+{
+    if (minimum && maximum)
+        return u"%1 to %2"_s.arg(*minimum).arg(*maximum);
+    if (minimum)
+        return u"%1 or more"_s.arg(*minimum);
+    return maximum ? u"%1 or less"_s.arg(*maximum) : u"any number"_s;
+}
 
 QString numbers(const FilterInput &input)
 {
-    QString text = u"from %1 to %2"_s.arg(limit(input.minimum), limit(input.maximum));
-    if (input.type == dravelin::kCIAttributeTypeAngle)
-        text += u" radians"_s;
-    if (input.inPixels)
-        text += u" pixels"_s;
-    return text + u", default %1"_s.arg(input.defaultValue.toDouble());
+    const bool isAngle = input.type == dravelin::kCIAttributeTypeAngle;
+    const QString unit = isAngle ? u" of radians"_s : input.inPixels ? u" pixels"_s : QString();
+    return range(input.minimum, input.maximum) + unit + u", default %1"_s.arg(input.defaultValue.toDouble());
 }
 
 QString description(const FilterInput &input)

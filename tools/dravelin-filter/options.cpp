@@ -99,8 +99,8 @@ QList<Job> jobsFrom(const QCommandLineParser &parser)
     const bool toFolder = QFileInfo(output).isDir();
     if (inputs.isEmpty() || output.isEmpty())
         throw Failure(inputs.isEmpty() ? u"there is no image to read"_s : u"there is no --output"_s);
-    if (inputs.size() > 1 && !toFolder)
-        throw Failure(u"%1 is no folder, which several images need"_s.arg(output));
+    if (!toFolder && (inputs.size() > 1 || output.endsWith(u'/')))
+        throw Failure(u"%1 is no folder"_s.arg(output));
     QList<Job> jobs;
     for (const QString &input : inputs)
         jobs.append({input, toFolder ? QDir(output).filePath(QFileInfo(input).fileName()) : output});
