@@ -67,7 +67,12 @@ QImage FilterImage::toImage(const RenderOptions &options) const
 bool FilterImage::renderInto(QImage &image, const RenderOptions &options) const
 {
     if (!m_recipe || image.size() != size() || !isWritable(image)) {
-        logWarning(u"A picture is not rendered: the image for it has another size or format"_s);
+        logWarning(
+            u"A picture of %1 x %2 pixels is not rendered into an image of %3 x %4 in format %5"_s.arg(size().width())
+                .arg(size().height())
+                .arg(image.width())
+                .arg(image.height())
+                .arg(image.format()));
         return false;
     }
     return logged(size(), [&] {

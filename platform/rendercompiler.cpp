@@ -35,7 +35,10 @@ QImage inSrgb(const QImage &image)
     const QColorSpace space = image.colorSpace();
     if (!space.isValid() || space == QColorSpace(QColorSpace::SRgb))
         return image;
-    return checked(image.convertedToColorSpace(QColorSpace::SRgb));
+    // Those that Qt cannot take through a colour space have few bits: palettes, greys, 16-bit colours.
+    const auto plain = image.hasAlphaChannel() ? QImage::Format_ARGB32 : QImage::Format_RGB32;
+    const QImage deep = image.depth() < 24 ? checked(image.convertToFormat(plain)) : image;
+    return checked(deep.convertedToColorSpace(QColorSpace::SRgb));
 }
 
 /// In one of the three formats that are rendered from.

@@ -6,6 +6,8 @@
 #include <platform/largebytes.h>
 #include <platform/renderrun.h>
 
+#include <QtGui/QColorSpace>
+
 #include <new>
 
 namespace dravelin::detail {
@@ -30,6 +32,7 @@ QImage render(const RenderProgram &program, const RenderOptions &options)
     QImage image = freshPicture(program.source.size(),
                                 program.isOpaque ? QImage::Format_RGB32 : QImage::Format_ARGB32_Premultiplied);
     image.setDevicePixelRatio(program.source.devicePixelRatio());
+    image.setColorSpace(program.source.colorSpace()); // sRGB, or not said
     return renderInto(program, image, options) ? image : QImage();
 }
 

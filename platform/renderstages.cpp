@@ -44,7 +44,8 @@ void loadRow(const QImage &image, PixelRow &row)
 
 MatrixStage::MatrixStage(const ColorMatrix &matrix)
 {
-    std::ranges::transform(matrix.v, m_matrix, [](double value) { return float(std::clamp(value, -1e6, 1e6)); });
+    std::ranges::transform(matrix.v, m_matrix,
+                           [](double value) { return std::isnan(value) ? 0.0F : float(std::clamp(value, -1e6, 1e6)); });
 }
 
 ExposureStage::ExposureStage(double stops) : m_gain(float(std::exp2(std::clamp(stops, -100.0, 100.0)))) {}

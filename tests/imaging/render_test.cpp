@@ -7,6 +7,8 @@
 
 #include <dravelin/platform/color.h>
 
+#include <QtGui/QColorSpace>
+
 #include <gmock/gmock.h>
 
 #include <algorithm>
@@ -197,6 +199,7 @@ QList<Row> rows()
         {u"CIColorControls"_s, {{u"inputSaturation"_s, 1.8}, {u"inputBrightness"_s, -0.2}}, controls(1.8, -0.2, 1)},
         {u"CIColorControls"_s, {{u"inputBrightness"_s, 0.1}, {u"inputContrast"_s, 3.5}}, controls(1, 0.1, 3.5)},
         {u"CIColorControls"_s, {{u"inputContrast"_s, 60}}, controls(1, 0, 60)},
+        {u"CIColorControls"_s, {{u"inputBrightness"_s, 1e300}}, controls(1, 1e4, 1)},
         {u"CIColorControls"_s, {{u"inputSaturation"_s, 0}}, controls(0, 0, 1)},
         {u"CIExposureAdjust"_s, {{u"inputEV"_s, 0.3}}, exposure(0.3)},
         {u"CIExposureAdjust"_s, {{u"inputEV"_s, 5}}, exposure(5)},
@@ -362,6 +365,11 @@ TEST(Render, RunsKernelsOfApplications)
 
     recipe->kernel = std::make_shared<PixelKernel>([](auto &&...) { throw std::runtime_error("kernel"); });
     EXPECT_THROW((void)FilterImage(recipe).toImage({.threads = 2}), std::runtime_error);
+    const LogRecorder log;
+    recipe->kernel = std::make_shared<PixelKernel>([](auto &&...) { throw std::bad_alloc(); });
+    EXPECT_TRUE(FilterImage(recipe).toImage().isNull());
+    EXPECT_THAT(log.lines(),
+                ::testing::ElementsAre(u"A picture of 700 x 3 pixels is not rendered: there is no memory for it"_s));
 }
 
 TEST(Render, TakesAnyFormatAndShape)
@@ -380,6 +388,13 @@ TEST(Render, TakesAnyFormatAndShape)
                       plain.pixel(size.width() - 1, size.height() - 1) ^ 0xffffffU)
                 << format;
         }
+    }
+    for (const QImage::Format format : {QImage::Format_RGB32, QImage::Format_RGB16, QImage::Format_Indexed8}) {
+        QImage linear = randomPicture(20, 2, QImage::Format_RGB32).convertToFormat(format);
+        linear.setColorSpace(QColorSpace::SRgbLinear);
+        const QImage result = FilterImage(linear).toImage();
+        EXPECT_EQ(result.colorSpace(), QColorSpace(QColorSpace::SRgb));
+        EXPECT_EQ(result, linear.convertToFormat(QImage::Format_RGB32).convertedToColorSpace(QColorSpace::SRgb));
     }
     EXPECT_TRUE(FilterImage(QImage()).isNull());
     EXPECT_TRUE(filtered(QImage(), u"CIColorInvert"_s).toImage().isNull());
