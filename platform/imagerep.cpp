@@ -109,7 +109,8 @@ void BitmapImageRep::setPixel(const PixelSamples &samples, qint64 x, qint64 y)
     if (m_format & NSAlphaFirstBitmapFormat)
         std::rotate(last.begin(), last.begin() + 1, last.end());
     auto *line = reinterpret_cast<QRgb *>(straightPixels().scanLine(int(y)));
-    line[x] = sample(last[3]) << 24 | sample(last[0]) << 16 | sample(last[1]) << 8 | sample(last[2]);
+    if (line) // else there was no memory to detach shared pixels
+        line[x] = sample(last[3]) << 24 | sample(last[0]) << 16 | sample(last[1]) << 8 | sample(last[2]);
 }
 
 QImage &BitmapImageRep::straightPixels()
