@@ -4,12 +4,15 @@
 #include <platform/luminanceplane.h>
 
 #include <algorithm>
+#include <functional>
+#include <span>
 
 namespace dravelin::detail {
 
 namespace {
 
 constexpr float full = 65535, half = 0.5;
+constexpr int largest = 32767; ///< radius, for sums of 32 bits
 
 quint16 toLevel(float value) { return quint16(std::clamp(value, 0.0F, 1.0F) * full + half); }
 
@@ -18,7 +21,7 @@ class Mean
 {
 public:
     explicit Mean(int terms) : m_factor(((quint64(1) << 32) + quint64(terms) / 2) / quint64(terms)) {}
-    quint16 operator()(qint64 sum) const { return quint16((quint64(sum) * m_factor + (quint64(1) << 31)) >> 32); }
+    quint16 operator()(quint32 sum) const { return quint16((quint64(sum) * m_factor + (quint64(1) << 31)) >> 32); }
 
 private:
     quint64 m_factor;
@@ -27,9 +30,9 @@ private:
 /// The running mean of a line of which `from(i)` is valid within 0 to count.
 void meanOfRow(const quint16 *from, quint16 *to, int count, int radius)
 {
-    const auto at = [&](int i) { return qint64(from[std::clamp(i, 0, count - 1)]); };
+    const auto at = [&](int i) { return quint32(from[std::clamp(i, 0, count - 1)]); };
     const Mean mean(2 * radius + 1);
-    qint64 sum = 0;
+    quint32 sum = 0;
     for (int i = -radius; i <= radius; ++i)
         sum += at(i);
     for (int i = 0; i < count; ++i) {
@@ -53,17 +56,14 @@ void meanOfColumns(std::vector<quint16> &plane, int width, int radius)
     const int height = int(plane.size() / std::size_t(width));
     const std::vector<quint16> from = plane;
     const auto row = [&](int y) { return from.data() + std::ptrdiff_t(std::clamp(y, 0, height - 1)) * width; };
-    std::vector<qint64> sums(static_cast<std::size_t>(width));
-    const auto add = [&](int y, int sign) {
-        std::transform(sums.begin(), sums.end(), row(y), sums.begin(),
-                       [sign](qint64 sum, quint16 value) { return sum + sign * value; });
-    };
+    std::vector<quint32> sums(static_cast<std::size_t>(width));
     for (int y = -radius; y <= radius; ++y)
-        add(y, 1);
+        std::ranges::transform(sums, std::span(row(y), sums.size()), sums.begin(), std::plus<quint32>());
     for (int y = 0; y < height; ++y) {
         std::ranges::transform(sums, plane.begin() + std::ptrdiff_t(y) * width, Mean(2 * radius + 1));
-        add(y + radius + 1, 1);
-        add(y - radius, -1);
+        const quint16 *comes = row(y + radius + 1), *goes = row(y - radius);
+        for (std::size_t x = 0; x < sums.size(); ++x)
+            sums[x] += quint32(comes[x]) - quint32(goes[x]);
     }
 }
 
@@ -98,8 +98,8 @@ void LuminancePlane::fill(const RenderProgram &program)
 void LuminancePlane::blur(Plane &plane, int radius) const
 {
     for (int pass = 0; pass < 2; ++pass) {
-        meanOfRows(plane, m_width, std::min(radius, m_width));
-        meanOfColumns(plane, m_width, std::min(radius, m_height));
+        meanOfRows(plane, m_width, std::min({radius, m_width, largest}));
+        meanOfColumns(plane, m_width, std::min({radius, m_height, largest}));
     }
 }
 

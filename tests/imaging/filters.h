@@ -9,7 +9,28 @@
 
 #include <QtCore/QRandomGenerator>
 
+#include <gtest/gtest.h>
+#include <hwy/targets.h>
+
 namespace dravelin::testing {
+
+/// Runs once for each kind of processor that this one can stand in for.
+class RenderOn : public ::testing::TestWithParam<int64_t>
+{
+protected:
+    RenderOn() { hwy::SetSupportedTargetsForTest(GetParam()); }
+    ~RenderOn() override { hwy::SetSupportedTargetsForTest(0); }
+};
+
+inline std::vector<int64_t> allTargets()
+{
+    std::vector<int64_t> targets;
+    for (int64_t left = hwy::SupportedTargets(); left != 0; left &= left - 1)
+        targets.push_back(left & -left);
+    return targets;
+}
+
+inline std::string targetName(const ::testing::TestParamInfo<int64_t> &info) { return hwy::TargetName(info.param); }
 
 using Pictures = QMap<QString, FilterImage>;
 

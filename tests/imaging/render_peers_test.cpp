@@ -70,7 +70,11 @@ private:
     pixman_image_t *m_image;
 };
 
-TEST(RenderBesidePixman, Blends)
+using RenderBesidePixman = RenderOn;
+
+INSTANTIATE_TEST_SUITE_P(Processors, RenderBesidePixman, ::testing::ValuesIn(allTargets()), targetName);
+
+TEST_P(RenderBesidePixman, Blends)
 {
     const struct
     {

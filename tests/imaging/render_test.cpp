@@ -232,7 +232,9 @@ QList<Row> rows()
 
 constexpr QImage::Format formats[] = {QImage::Format_RGB32, QImage::Format_ARGB32, QImage::Format_ARGB32_Premultiplied};
 
-TEST(Render, MatchesFormulas)
+INSTANTIATE_TEST_SUITE_P(Processors, RenderOn, ::testing::ValuesIn(allTargets()), targetName);
+
+TEST_P(RenderOn, MatchesFormulas)
 {
     for (const Row &row : rows()) {
         for (const QImage::Format format : formats) {
@@ -289,7 +291,7 @@ TEST(Render, IdentitiesAreExact)
     }
 }
 
-TEST(Render, PlacesFurtherPicturesAtTheOrigin)
+TEST_P(RenderOn, PlacesFurtherPicturesAtTheOrigin)
 {
     for (const QImage::Format format : formats) {
         const QImage source = randomPicture(width, height, format);
