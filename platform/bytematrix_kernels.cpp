@@ -11,6 +11,7 @@
 #define HWY_TARGET_INCLUDE "platform/bytematrix_kernels.cpp"
 #include <hwy/foreach_target.h>
 // foreach_target.h comes first.
+#include <hwy/cache_control.h>
 #include <hwy/highway.h>
 
 HWY_BEFORE_NAMESPACE();
@@ -18,7 +19,7 @@ namespace dravelin::detail::HWY_NAMESPACE {
 
 #if HWY_TARGET == HWY_SCALAR
 
-int matrixOnBytes(const qint32 *, int, const QRgb *, QRgb *, int) { return 0; }
+int matrixOnBytes(const qint32 *, int, const QRgb *, QRgb *, int, bool) { return 0; }
 
 #else
 
@@ -30,40 +31,63 @@ using Words = hn::ScalableTag<quint32>;
 using Sums = hn::ScalableTag<qint32>;
 using Halves = hn::Repartition<qint16, Sums>;
 
+struct Factors
+{
+    hn::Vec<Halves> pairs[6];
+    hn::Vec<Sums> half;
+    int shift;
+};
+
+HWY_ATTR HWY_INLINE Factors makeFactors(const qint32 *pairs, int shift)
+{
+    Factors factors;
+    for (int k = 0; k < 6; ++k)
+        factors.pairs[k] = hn::BitCast(Halves(), hn::Set(Sums(), pairs[k]));
+    factors.half = hn::Set(Sums(), 1 << (shift - 1));
+    factors.shift = shift;
+    return factors;
+}
+
 /// A channel of each pixel, 0 to 255, from the pairs of its blue and red, and of its green and alpha.
-HWY_ATTR HWY_INLINE hn::Vec<Words> channel(hn::Vec<Halves> blueRed, hn::Vec<Halves> greenAlpha, hn::Vec<Halves> first,
-                                           hn::Vec<Halves> second, hn::Vec<Sums> half, int shift)
+template <int Channel>
+HWY_ATTR HWY_INLINE hn::Vec<Words> channel(hn::Vec<Halves> blueRed, hn::Vec<Halves> greenAlpha, const Factors &factors)
 {
     hn::Vec<Sums> odd = hn::Zero(Sums());
-    hn::Vec<Sums> sum = hn::ReorderWidenMulAccumulate(Sums(), blueRed, first, half, odd);
-    sum = hn::ReorderWidenMulAccumulate(Sums(), greenAlpha, second, sum, odd);
-    sum = hn::ShiftRightSame(hn::RearrangeToOddPlusEven(sum, odd), shift);
+    hn::Vec<Sums> sum = hn::ReorderWidenMulAccumulate(Sums(), blueRed, factors.pairs[Channel * 2], factors.half, odd);
+    sum = hn::ReorderWidenMulAccumulate(Sums(), greenAlpha, factors.pairs[Channel * 2 + 1], sum, odd);
+    sum = hn::ShiftRightSame(hn::RearrangeToOddPlusEven(sum, odd), factors.shift);
     return hn::BitCast(Words(), hn::Min(hn::Max(sum, hn::Zero(Sums())), hn::Set(Sums(), 255)));
+}
+
+HWY_ATTR HWY_INLINE hn::Vec<Words> changed(hn::Vec<Words> pixels, const Factors &factors)
+{
+    const auto evenBytes = hn::Set(Words(), 0x00ff00ffU), opaque = hn::Set(Words(), 0x00ff0000U);
+    const auto blueRed = hn::BitCast(Halves(), hn::And(pixels, evenBytes));
+    const auto greenAlpha = hn::BitCast(Halves(), hn::Or(hn::And(hn::ShiftRight<8>(pixels), evenBytes), opaque));
+    const auto red = hn::ShiftLeft<16>(channel<0>(blueRed, greenAlpha, factors));
+    const auto green = hn::ShiftLeft<8>(channel<1>(blueRed, greenAlpha, factors));
+    const auto rest = hn::Or(channel<2>(blueRed, greenAlpha, factors), hn::Set(Words(), 0xff000000U));
+    return hn::Or(hn::Or(red, green), rest);
 }
 
 } // namespace
 
-/// \return how many pixels it did
-HWY_ATTR int matrixOnBytes(const qint32 *pairs, int shift, const QRgb *from, QRgb *to, int count)
+/// \pre the two do not overlap, for the first and the last vector overlap their neighbours: those are aligned
+/// \return how many pixels it did: all, or none of few
+HWY_ATTR int matrixOnBytes(const qint32 *pairs, int shift, const QRgb *from, QRgb *to, int count, bool streams)
 {
     const int step = int(hn::Lanes(Words()));
-    hn::Vec<Halves> factors[6];
-    for (int k = 0; k < 6; ++k)
-        factors[k] = hn::BitCast(Halves(), hn::Set(Sums(), pairs[k]));
-    const auto half = hn::Set(Sums(), 1 << (shift - 1));
-    const auto evenBytes = hn::Set(Words(), 0x00ff00ffU), opaque = hn::Set(Words(), 0x00ff0000U);
-    int i = 0;
-    for (; i + step <= count; i += step) {
-        const auto pixels = hn::LoadU(Words(), from + i);
-        const auto blueRed = hn::BitCast(Halves(), hn::And(pixels, evenBytes));
-        const auto greenAlpha = hn::BitCast(Halves(), hn::Or(hn::And(hn::ShiftRight<8>(pixels), evenBytes), opaque));
-        const auto red = channel(blueRed, greenAlpha, factors[0], factors[1], half, shift);
-        const auto green = channel(blueRed, greenAlpha, factors[2], factors[3], half, shift);
-        const auto blue = channel(blueRed, greenAlpha, factors[4], factors[5], half, shift);
-        const auto rest = hn::Or(hn::ShiftLeft<8>(green), blue);
-        hn::StoreU(hn::Or(hn::Or(hn::ShiftLeft<16>(red), rest), hn::Set(Words(), 0xff000000U)), Words(), to + i);
-    }
-    return i;
+    if (count < step)
+        return 0;
+    const Factors factors = makeFactors(pairs, shift);
+    hn::StoreU(changed(hn::LoadU(Words(), from), factors), Words(), to);
+    int i = step - int(reinterpret_cast<quintptr>(to) / sizeof(QRgb) % std::size_t(step));
+    for (; streams && i + step <= count; i += step)
+        hn::Stream(changed(hn::LoadU(Words(), from + i), factors), Words(), to + i);
+    for (; i + step <= count; i += step)
+        hn::Store(changed(hn::LoadU(Words(), from + i), factors), Words(), to + i);
+    hn::StoreU(changed(hn::LoadU(Words(), from + count - step), factors), Words(), to + count - step);
+    return count;
 }
 
 #endif
@@ -112,9 +136,9 @@ ByteMatrix::ByteMatrix(const float (&matrix)[12])
     }
 }
 
-void ByteMatrix::apply(const QRgb *from, QRgb *to, int count) const
+void ByteMatrix::apply(const QRgb *from, QRgb *to, int count, bool streams) const
 {
-    for (int i = HWY_DYNAMIC_DISPATCH(matrixOnBytes)(m_pairs, m_shift, from, to, count); i < count; ++i)
+    for (int i = HWY_DYNAMIC_DISPATCH(matrixOnBytes)(m_pairs, m_shift, from, to, count, streams); i < count; ++i)
         to[i] = qRgb(channelOf(m_pairs, m_shift, from[i]), channelOf(m_pairs + 2, m_shift, from[i]),
                      channelOf(m_pairs + 4, m_shift, from[i]));
 }

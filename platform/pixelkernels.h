@@ -46,7 +46,8 @@ public:
     explicit ByteMatrix(const float (&matrix)[12]);
     /// Whether its numbers fit; if not, it must not be applied.
     [[nodiscard]] bool isValid() const { return m_shift > 0; }
-    void apply(const QRgb *from, QRgb *to, int count) const;
+    /// \param streams past the caches, for results so large that they would not stay there; then finishStreamCopies()
+    void apply(const QRgb *from, QRgb *to, int count, bool streams) const;
 
 private:
     qint32 m_pairs[6] = {}; ///< of each channel, the factors of blue and red, and of green and alpha

@@ -3,6 +3,8 @@
 
 #include <platform/renderrun.h>
 
+#include <platform/streamcopy.h>
+
 #include <QtCore/QSemaphore>
 #include <QtCore/QThreadPool>
 
@@ -77,9 +79,11 @@ void RenderRun::renderBand(int band, PixelRow &row) const
 
 void RenderRun::renderBytes(int top, int bottom) const
 {
+    const bool streams = std::size_t(m_bytesPerLine * m_size.height()) >= streamedSize;
     for (int y = top; y < bottom; ++y)
         m_program.bytes->apply(reinterpret_cast<const QRgb *>(m_program.source.constScanLine(y)), line(y),
-                               m_size.width());
+                               m_size.width(), streams);
+    finishStreamCopies();
 }
 
 void RenderRun::report()
