@@ -1,6 +1,8 @@
 // SPDX-FileCopyrightText: Dravelin contributors
 // SPDX-License-Identifier: MIT
 
+#include "imaging_pictures.h"
+
 #include <dravelin/imaging.h>
 
 #include <benchmark/benchmark.h>
@@ -291,3 +293,6 @@ CASE(oursBlend, "filters/blendLuminosity/ours", luminosityBlendFilter)->Arg(1);
 CASE(cairoBlend, "filters/blendLuminosity/cairo", CAIRO_OPERATOR_HSL_LUMINOSITY)->Arg(1);
 
 } // namespace
+
+const QImage &benchmarkPhoto() { return photo(); }
+const QImage &benchmarkBackground() { return background(); }
