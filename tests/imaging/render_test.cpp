@@ -246,6 +246,17 @@ TEST_P(RenderOn, MatchesFormulas)
     }
 }
 
+TEST(Render, MatchesFormulasOnAPhotograph)
+{
+    const QImage photo(u"/usr/share/backgrounds/seeding_by_Clements_Engelhardt.jpg"_s);
+    ASSERT_FALSE(photo.isNull()) << "the photographs that scripts/setup.sh installs for tests are not there";
+    const QImage source = photo.scaled(width, height).convertToFormat(QImage::Format_RGB32);
+    for (const Row &row : rows()) {
+        const QImage result = filtered(source, row.filter, row.values).toImage();
+        EXPECT_LE(difference(result, source, row.step), 1) << qPrintable(row.filter);
+    }
+}
+
 TEST(Render, CutsWhereSpacesChangeOnly)
 {
     const QImage source = randomPicture(width, height, QImage::Format_RGB32);
