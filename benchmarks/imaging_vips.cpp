@@ -24,8 +24,8 @@ VImage imageOf(const QImage &image)
     bytes.reserve(std::size_t(rgb.width()) * 3 * std::size_t(rgb.height()));
     for (int y = 0; y < rgb.height(); ++y)
         bytes.insert(bytes.end(), rgb.constScanLine(y), rgb.constScanLine(y) + 3 * rgb.width());
-    return VImage::new_from_memory(bytes.data(), bytes.size(), rgb.width(), rgb.height(), 3, VIPS_FORMAT_UCHAR)
-        .copy_memory();
+    return VImage(
+        vips_image_new_from_memory_copy(bytes.data(), bytes.size(), rgb.width(), rgb.height(), 3, VIPS_FORMAT_UCHAR));
 }
 
 VImage matrixOf(const std::vector<double> &values)
@@ -41,7 +41,7 @@ VImage exposureTable()
     uchar table[256];
     for (int i = 0; i < 256; ++i)
         table[i] = uchar(std::min(255.0, 255 * std::pow(std::pow(i / 255.0, 2.2) * std::exp2(0.3), 1 / 2.2) + 0.5));
-    return VImage::new_from_memory(table, sizeof table, 256, 1, 1, VIPS_FORMAT_UCHAR).copy_memory();
+    return VImage(vips_image_new_from_memory_copy(table, sizeof table, 256, 1, 1, VIPS_FORMAT_UCHAR));
 }
 
 VImage vignetteFactors(int width, int height)
