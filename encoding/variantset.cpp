@@ -3,6 +3,8 @@
 
 #include <encoding/variantset.h>
 
+#include <platform/numbertypes.h>
+
 #include <algorithm>
 #include <cmath>
 
@@ -14,27 +16,11 @@ enum class Kind { Number, QObjectPointer, Text, Other };
 
 Kind kindOf(QMetaType type)
 {
-    switch (type.id()) {
-    case QMetaType::Bool:
-    case QMetaType::Char:
-    case QMetaType::SChar:
-    case QMetaType::UChar:
-    case QMetaType::Short:
-    case QMetaType::UShort:
-    case QMetaType::Int:
-    case QMetaType::UInt:
-    case QMetaType::Long:
-    case QMetaType::ULong:
-    case QMetaType::LongLong:
-    case QMetaType::ULongLong:
-    case QMetaType::Float:
-    case QMetaType::Double:
+    if (isNumberType(type))
         return Kind::Number;
-    case QMetaType::QString:
+    if (type.id() == QMetaType::QString)
         return Kind::Text;
-    default:
-        return type.flags().testFlag(QMetaType::PointerToQObject) ? Kind::QObjectPointer : Kind::Other;
-    }
+    return type.flags().testFlag(QMetaType::PointerToQObject) ? Kind::QObjectPointer : Kind::Other;
 }
 
 /// Holds every number exactly.

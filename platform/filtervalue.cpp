@@ -3,6 +3,8 @@
 
 #include "platform/filtervalue.h"
 
+#include "platform/numbertypes.h"
+
 #include <dravelin/platform/color.h>
 #include <dravelin/platform/filterimage.h>
 #include <dravelin/platform/filterkeys.h>
@@ -14,29 +16,6 @@ namespace dravelin::detail {
 using namespace Qt::StringLiterals;
 
 namespace {
-
-bool isNumber(const QVariant &value)
-{
-    switch (value.typeId()) {
-    case QMetaType::Bool:
-    case QMetaType::Char:
-    case QMetaType::SChar:
-    case QMetaType::UChar:
-    case QMetaType::Short:
-    case QMetaType::UShort:
-    case QMetaType::Int:
-    case QMetaType::UInt:
-    case QMetaType::Long:
-    case QMetaType::ULong:
-    case QMetaType::LongLong:
-    case QMetaType::ULongLong:
-    case QMetaType::Float:
-    case QMetaType::Double:
-        return true;
-    default:
-        return false;
-    }
-}
 
 std::optional<QVariant> colorValue(const QVariant &value)
 {
@@ -70,7 +49,7 @@ std::optional<QVariant> filterValue(const QVariant &value, const QString &type)
         return colorValue(value);
     if (type == kCIAttributeTypeImage)
         return imageValue(value);
-    return isNumber(value) ? std::optional(value) : std::nullopt;
+    return isNumberType(value.metaType()) ? std::optional(value) : std::nullopt;
 }
 
 QString filterValueClass(const QString &type)
