@@ -27,6 +27,8 @@
 #include <dravelin/platform/propertylist.h>
 #include <dravelin/platform/range.h>
 #include <dravelin/platform/selector.h>
+#include <dravelin/platform/sounddata.h>
+#include <dravelin/platform/soundoutput.h>
 #include <dravelin/platform/timer.h>
 #include <dravelin/platform/undomanager.h>
 #include <dravelin/platform/userdefaults.h>

@@ -1,0 +1,76 @@
+// SPDX-FileCopyrightText: Dravelin contributors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <dravelin/platform/object.h>
+#include <dravelin/platform/soundoutput.h>
+
+#include <memory>
+
+namespace dravelin {
+
+/// A sound that plays at most once at a time on the current SoundOutput.
+///
+///     dravelin::SoundPlayer player(dravelin::SoundData::load(path));
+///     connect(&player, &dravelin::SoundPlayer::didFinishPlaying, this, &Window::showNext);
+///     player.play();
+class DRAVELIN_EXPORT SoundPlayer : public Object
+{
+    Q_OBJECT
+    Q_PROPERTY(bool playing READ isPlaying NOTIFY playingChanged)
+    Q_PROPERTY(float volume READ volume WRITE setVolume NOTIFY volumeChanged)
+    Q_PROPERTY(double duration READ duration CONSTANT)
+
+public:
+    /// \param data empty for a player that plays nothing
+    explicit SoundPlayer(std::shared_ptr<const SoundData> data, QObject *parent = nullptr);
+    ~SoundPlayer() override;
+
+    /// Starts from the beginning.
+    /// \return false while it plays or is paused, without data, and when the output takes no further voice
+    /// \operation{play}
+    Q_INVOKABLE bool play();
+    /// \return false when it is not playing
+    /// \operation{pause}
+    Q_INVOKABLE bool pause();
+    /// \return false when it is not paused
+    /// \operation{resume}
+    Q_INVOKABLE bool resume();
+    /// Ends it without didFinishPlaying(), also when paused.
+    /// \return false when there was nothing to end
+    /// \operation{stop}
+    Q_INVOKABLE bool stop();
+
+    /// False while paused.
+    /// \operation{isPlaying}
+    [[nodiscard]] bool isPlaying() const noexcept { return m_voice && !m_paused; }
+    [[nodiscard]] bool isPaused() const noexcept { return m_voice && m_paused; }
+
+    /// 1 at first. Values outside 0 to 1 and what is no number are handed on as the nearest bound, and as 0.
+    [[nodiscard]] float volume() const noexcept { return m_volume; }
+    void setVolume(float volume);
+
+    /// Seconds; 0 without data.
+    [[nodiscard]] double duration() const noexcept;
+    /// Seconds that were played; 0 when neither playing nor paused.
+    [[nodiscard]] double currentTime() const;
+    [[nodiscard]] std::shared_ptr<const SoundData> data() const { return m_data; }
+
+Q_SIGNALS:
+    /// The end of a play, once per play(), from the event loop. Not after stop().
+    /// \param finished false when the samples could not be read to their end
+    void didFinishPlaying(dravelin::SoundPlayer *sound, bool finished);
+    void playingChanged();
+    void volumeChanged();
+
+private:
+    void end(bool finished);
+
+    std::shared_ptr<const SoundData> m_data;
+    std::unique_ptr<SoundVoice> m_voice;
+    float m_volume = 1;
+    bool m_paused = false;
+};
+
+} // namespace dravelin
