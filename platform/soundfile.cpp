@@ -15,6 +15,7 @@ namespace {
 constexpr int MostChannels = 32;
 constexpr int HighestRate = 1'000'000;
 constexpr size_t BlockFrames = 2048;
+constexpr qint64 LeadIn = 16'384; ///< frames; two of the longest blocks of Vorbis, and more than MP3 looks back
 
 /// Not a matter of the library's own conversion: that leaves floats unscaled, or wraps what is beyond full scale.
 void convert(std::span<const float> in, std::span<qint16> out)
@@ -157,7 +158,7 @@ std::vector<Speaker> SoundFile::speakers() const
 {
     std::vector<int> places(size_t(m_info.channels));
     const int bytes = int(places.size() * sizeof(int));
-    std::vector<Speaker> speakers(places.size());
+    std::vector<Speaker> speakers(places.size(), Speaker::None);
     if (sf_command(m_decoder, SFC_GET_CHANNEL_MAP_INFO, places.data(), bytes) == SF_TRUE)
         std::ranges::transform(places, speakers.begin(), speakerOf);
     const bool isKnown = std::ranges::any_of(speakers, [](Speaker speaker) { return speaker != Speaker::None; });
@@ -183,7 +184,15 @@ bool SoundFile::isDecodedToFloats() const
     }
 }
 
-bool SoundFile::seek(qint64 frame) { return sf_seek(m_decoder, frame, SEEK_SET) == frame; }
+/// What comes right after a seek is wrong in Vorbis and MP3, which decode with what came before.
+bool SoundFile::seek(qint64 frame)
+{
+    const qint64 first = m_block.empty() ? frame : std::max<qint64>(frame - LeadIn, 0);
+    if (sf_seek(m_decoder, first, SEEK_SET) != first)
+        return false;
+    std::vector<qint16> leadIn(size_t(frame - first) * size_t(channels()));
+    return read(leadIn) == frame - first;
+}
 
 qint64 SoundFile::read(std::span<qint16> samples)
 {
