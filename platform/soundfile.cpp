@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <iterator>
 
 using namespace Qt::StringLiterals;
 
@@ -28,50 +29,36 @@ void convert(std::span<const float> in, std::span<qint16> out)
     }
 }
 
-Speaker speakerOf(int place)
-{
-    switch (place) {
-    case SF_CHANNEL_MAP_LEFT:
-    case SF_CHANNEL_MAP_FRONT_LEFT:
-        return Speaker::FrontLeft;
-    case SF_CHANNEL_MAP_RIGHT:
-    case SF_CHANNEL_MAP_FRONT_RIGHT:
-        return Speaker::FrontRight;
-    case SF_CHANNEL_MAP_MONO:
-    case SF_CHANNEL_MAP_CENTER:
-    case SF_CHANNEL_MAP_FRONT_CENTER:
-    case SF_CHANNEL_MAP_AMBISONIC_B_W:
-        return Speaker::FrontCenter;
-    case SF_CHANNEL_MAP_REAR_CENTER:
-        return Speaker::RearCenter;
-    case SF_CHANNEL_MAP_REAR_LEFT:
-        return Speaker::RearLeft;
-    case SF_CHANNEL_MAP_REAR_RIGHT:
-        return Speaker::RearRight;
-    case SF_CHANNEL_MAP_LFE:
-        return Speaker::LowFrequency;
-    case SF_CHANNEL_MAP_FRONT_LEFT_OF_CENTER:
-        return Speaker::FrontLeftOfCenter;
-    case SF_CHANNEL_MAP_FRONT_RIGHT_OF_CENTER:
-        return Speaker::FrontRightOfCenter;
-    case SF_CHANNEL_MAP_SIDE_LEFT:
-        return Speaker::SideLeft;
-    case SF_CHANNEL_MAP_SIDE_RIGHT:
-        return Speaker::SideRight;
-    case SF_CHANNEL_MAP_TOP_FRONT_LEFT:
-    case SF_CHANNEL_MAP_TOP_REAR_LEFT:
-        return Speaker::TopLeft;
-    case SF_CHANNEL_MAP_TOP_FRONT_RIGHT:
-    case SF_CHANNEL_MAP_TOP_REAR_RIGHT:
-        return Speaker::TopRight;
-    case SF_CHANNEL_MAP_TOP_CENTER:
-    case SF_CHANNEL_MAP_TOP_FRONT_CENTER:
-    case SF_CHANNEL_MAP_TOP_REAR_CENTER:
-        return Speaker::TopCenter;
-    default:
-        return Speaker::None;
-    }
-}
+/// By the decoder's numbers for the places of channels.
+constexpr Speaker Places[] = {
+    Speaker::None,
+    Speaker::FrontCenter,
+    Speaker::FrontLeft,
+    Speaker::FrontRight,
+    Speaker::FrontCenter,
+    Speaker::FrontLeft,
+    Speaker::FrontRight,
+    Speaker::FrontCenter,
+    Speaker::RearCenter,
+    Speaker::RearLeft,
+    Speaker::RearRight,
+    Speaker::LowFrequency,
+    Speaker::FrontLeftOfCenter,
+    Speaker::FrontRightOfCenter,
+    Speaker::SideLeft,
+    Speaker::SideRight,
+    Speaker::TopCenter,
+    Speaker::TopLeft,
+    Speaker::TopRight,
+    Speaker::TopCenter,
+    Speaker::TopLeft,
+    Speaker::TopRight,
+    Speaker::TopCenter,
+    Speaker::FrontCenter,
+};
+static_assert(std::size(Places) == SF_CHANNEL_MAP_AMBISONIC_B_W + 1); // of the others nothing is left in two channels
+
+Speaker speakerOf(int place) { return place >= 0 && place < int(std::size(Places)) ? Places[place] : Speaker::None; }
 
 } // namespace
 

@@ -139,9 +139,10 @@ TEST_F(SoundResourceTest, LoadsWhatItFindsInQtResources)
 {
     const QString path = Bundle::mainBundle().pathForSoundResource(u"tone"_s);
     EXPECT_EQ(path, u":/sounds/tone.wav"_s);
+    EXPECT_NE(QResource(path).compressionAlgorithm(), QResource::NoCompression);
     const auto data = SoundData::load(path);
     ASSERT_TRUE(data);
-    EXPECT_EQ(data->duration(), 0.25);
+    EXPECT_EQ(data->duration(), 100.0 / 8000);
     EXPECT_EQ(SoundData::load(path), data);
     EXPECT_EQ(Bundle::mainBundle().pathForSoundResource(u":/sounds/tone"_s), path);
 }
