@@ -3,6 +3,8 @@
 
 #include <platform/soundfile.h>
 
+#include <platform/soundsamples.h>
+
 #include <algorithm>
 #include <cstring>
 #include <iterator>
@@ -17,17 +19,6 @@ constexpr int MostChannels = 32;
 constexpr int HighestRate = 1'000'000;
 constexpr size_t BlockFrames = 2048;
 constexpr qint64 LeadIn = 16'384; ///< frames; two of the longest blocks of Vorbis, and more than MP3 looks back
-
-/// Not a matter of the library's own conversion: that leaves floats unscaled, or wraps what is beyond full scale.
-void convert(std::span<const float> in, std::span<qint16> out)
-{
-    for (size_t i = 0; i < in.size(); ++i) {
-        const float scaled = in[i] * 32768.0F;
-        const float number = scaled == scaled ? scaled : 0.0F;
-        const float bounded = std::min(std::max(number, -32768.0F), 32767.0F);
-        out[i] = qint16(int(bounded + (bounded < 0 ? -0.5F : 0.5F)));
-    }
-}
 
 /// By the decoder's numbers for the places of channels.
 constexpr Speaker Places[] = {
@@ -155,6 +146,7 @@ std::vector<Speaker> SoundFile::speakers() const
     return isKnown ? speakers : usualSpeakers(m_info.channels, isVorbis ? ChannelOrder::Vorbis : ChannelOrder::Wave);
 }
 
+/// These the decoder itself would convert without scaling, or wrap beyond full scale.
 bool SoundFile::isDecodedToFloats() const
 {
     switch (m_info.format & SF_FORMAT_SUBMASK) {
@@ -200,11 +192,11 @@ qint64 SoundFile::readBlock(std::span<qint16> samples)
     const auto frames = size_t(std::max<sf_count_t>(sf_readf_float(m_decoder, m_block.data(), wanted), 0));
     const auto decoded = std::span(m_block).first(frames * size_t(m_info.channels));
     if (!m_mixdown) {
-        convert(decoded, samples);
+        convertSamples(decoded, samples);
     } else {
         const auto mixed = std::span(m_mixed).first(frames * 2);
         m_mixdown->mix(decoded, mixed);
-        convert(mixed, samples);
+        convertSamples(mixed, samples);
     }
     return qint64(frames);
 }
