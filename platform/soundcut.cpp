@@ -6,15 +6,13 @@
 #include <QtCore/QtEndian>
 
 #include <algorithm>
-#include <numeric>
 
 namespace dravelin::detail {
 
 namespace {
 
 constexpr qint64 LargestOggPage = 65'307;
-constexpr qsizetype OggHeader = 27; ///< bytes before the list of the page's segments
-constexpr int OggFlags = 5;
+constexpr int OggFlags = 5; ///< their place in a page
 constexpr char OggEndOfStream = 4;
 
 /// Some writers leave the padding byte at the end away.
@@ -24,23 +22,12 @@ bool endsBefore(quint32 chunk, qint64 size)
     return !isUnknown && qint64(chunk) + 8 > size + 1;
 }
 
-qsizetype oggPageSize(const QByteArray &page)
-{
-    const auto segments = qsizetype(quint8(page[OggHeader - 1]));
-    if (page.size() < OggHeader + segments)
-        return OggHeader + segments;
-    const auto first = page.begin() + OggHeader;
-    return std::accumulate(first, first + segments, OggHeader + segments,
-                           [](qsizetype sum, char length) { return sum + quint8(length); });
-}
-
+/// The decoder misses a page that is cut, but not whole pages that are gone: the last one bears a mark.
 bool isOggCutOff(const SoundInput &input)
 {
     const QByteArray end = input.part(std::max<qint64>(input.size() - LargestOggPage, 0), LargestOggPage);
     const QByteArray page = end.mid(end.lastIndexOf("OggS"));
-    if (page.size() < OggHeader)
-        return true;
-    return !(page[OggFlags] & OggEndOfStream) || oggPageSize(page) > page.size();
+    return page.size() <= OggFlags || !(page[OggFlags] & OggEndOfStream);
 }
 
 } // namespace

@@ -215,11 +215,16 @@ TEST_F(SoundDataTest, UsesWhatIsThereOfAFileThatIsCutOff)
         const QString whole = path(u"whole"_s);
         writeTones(whole, format.format, format.rates.back(), {0.5F, 0.5F}, 2);
         const QByteArray bytes = bytesOf(whole);
-        const auto data = SoundData::load(write(u"cut"_s, bytes.first(bytes.size() * 9 / 10)));
-        ASSERT_TRUE(data);
-        EXPECT_GT(data->duration(), 1);
-        EXPECT_LT(data->duration(), 1.9);
-        EXPECT_EQ(log.take().size(), 1);
+        const qsizetype lastPage = bytes.startsWith("OggS") ? bytes.lastIndexOf("OggS") : 0;
+        for (const qsizetype size : {bytes.size() * 9 / 10, lastPage}) {
+            if (size == 0)
+                continue;
+            const auto data = SoundData::load(write(u"cut"_s, bytes.first(size)));
+            ASSERT_TRUE(data);
+            EXPECT_GT(data->duration(), 1);
+            EXPECT_LT(data->duration(), 1.9);
+            EXPECT_EQ(log.take().size(), 1);
+        }
     }
 }
 
