@@ -22,7 +22,7 @@ bool endsBefore(quint32 chunk, qint64 size)
     return !isUnknown && qint64(chunk) + 8 > size + 1;
 }
 
-/// The decoder misses a page that is cut, but not whole pages that are gone: the last one bears a mark.
+/// The decoder notices a page that is cut, but not that whole pages are gone. Of all pages the last one bears a mark.
 bool isOggCutOff(const SoundInput &input)
 {
     const QByteArray end = input.part(std::max<qint64>(input.size() - LargestOggPage, 0), LargestOggPage);

@@ -173,6 +173,7 @@ TEST_F(SoundDataTest, ClipsWhatGoesBeyondFullScale)
 TEST_F(SoundDataTest, LoadsTheDesktopsSounds)
 {
     const QDir sounds(u"/usr/share/sounds/freedesktop/stereo"_s);
+    ASSERT_GT(sounds.count(), 30U) << "the package sound-theme-freedesktop is missing";
     for (const QFileInfo &file : sounds.entryInfoList(QDir::Files)) {
         SF_INFO info{};
         SNDFILE *peer = sf_open(file.filePath().toUtf8().constData(), SFM_READ, &info);
