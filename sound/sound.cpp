@@ -43,20 +43,19 @@ Sound::Sound(std::shared_ptr<const SoundData> data, qint64 soundID, quint64 cate
 
 Sound::~Sound() { m_fadeTimer.stop(); }
 
-bool Sound::playWithHandler(const SoundHandler &handler, quint64 category, float volume)
+bool Sound::playWithHandler(SoundHandler handler, quint64 category, float volume)
 {
-    return !m_muted && (m_category & category) != 0 && forcePlayWithHandler(handler, volume);
+    return !m_muted && (m_category & category) != 0 && forcePlayWithHandler(std::move(handler), volume);
 }
 
-bool Sound::forcePlayWithHandler(const SoundHandler &handler, float volume)
+bool Sound::forcePlayWithHandler(SoundHandler handler, float volume)
 {
     const auto held = weak_from_this().lock();
     const QPointer<Sound> self(this);
-    const SoundHandler copy = handler;
     setVolume(volume);
     if (!self)
         return false;
-    const auto previous = std::exchange(m_playHandler, copy);
+    const auto previous = std::exchange(m_playHandler, std::move(handler));
     const bool started = m_player.play();
     if (started)
         Q_EMIT playingChanged();

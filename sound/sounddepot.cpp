@@ -5,8 +5,6 @@
 
 #include <dravelin/platform/log.h>
 
-#include <QtCore/QPointer>
-
 #include <algorithm>
 #include <utility>
 
@@ -79,28 +77,29 @@ std::shared_ptr<Sound> SoundDepot::playVoice(qint64 soundId, const SoundHandler 
     return sound ? sound->playVoice(handler, m_currentCategory, m_volume) : nullptr;
 }
 
-void SoundDepot::stopAllSounds()
+/// The sounds stay alive until all were reached. The call may destroy the depot.
+template <class Function>
+void SoundDepot::forEachSound(Function function)
 {
     const auto sounds = allSounds();
     for (const auto &sound : sounds)
-        sound->stop();
+        function(*sound);
+}
+
+void SoundDepot::stopAllSounds()
+{
+    forEachSound([](Sound &sound) { sound.stop(); });
 }
 
 void SoundDepot::fadeOutAllSounds(float seconds, const SoundHandler &handler)
 {
-    const auto sounds = allSounds();
-    const SoundHandler shared = handler;
-    for (const auto &sound : sounds)
-        sound->fadeOut(seconds, shared);
+    forEachSound([seconds, handler](Sound &sound) { sound.fadeOut(seconds, handler); });
 }
 
 void SoundDepot::muteAllSounds(bool muted, float seconds, const SoundHandler &handler)
 {
     m_muted = muted;
-    const auto sounds = allSounds();
-    const SoundHandler shared = handler;
-    for (const auto &sound : sounds)
-        sound->muteSound(muted, seconds, shared);
+    forEachSound([muted, seconds, handler](Sound &sound) { sound.muteSound(muted, seconds, handler); });
 }
 
 } // namespace dravelin

@@ -13,23 +13,22 @@ constexpr double stepInterval = 0.1;
 
 } // namespace
 
-void Sound::fadeOutAlone(float seconds, const SoundHandler &handler)
+void Sound::fadeOutAlone(float seconds, SoundHandler handler)
 {
     if (!(seconds > 0)) { // nor a number
         const auto held = weak_from_this().lock();
         const QPointer<Sound> self(this);
-        const SoundHandler copy = handler;
         stopAlone();
         if (self)
-            endFade(copy);
+            endFade(handler);
     } else if (volume() > 0) {
-        startFade(seconds, handler);
+        startFade(seconds, std::move(handler));
     }
 }
 
-void Sound::startFade(float seconds, const SoundHandler &handler)
+void Sound::startFade(float seconds, SoundHandler handler)
 {
-    const auto dropped = std::exchange(m_fadeHandler, handler);
+    const auto dropped = std::exchange(m_fadeHandler, std::move(handler));
     m_fadeTimer.setTarget(this, "fadeOutTimerHandler:");
     m_fadeRate = float(double(seconds) / stepInterval); // the number of steps
     m_fadeRate = volume() / m_fadeRate;

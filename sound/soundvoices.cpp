@@ -9,12 +9,12 @@
 
 namespace dravelin {
 
-std::shared_ptr<Sound> Sound::playVoice(const SoundHandler &handler, quint64 category, float volume)
+std::shared_ptr<Sound> Sound::playVoice(SoundHandler handler, quint64 category, float volume)
 {
     if (m_muted || (m_category & category) == 0)
         return nullptr;
     const auto voice = std::make_shared<Sound>(data(), m_soundId, m_category);
-    if (!voice->forcePlayWithHandler(handler, volume))
+    if (!voice->forcePlayWithHandler(std::move(handler), volume))
         return nullptr;
     voice->m_voiceOf = this;
     m_voices.append(voice);
@@ -99,22 +99,20 @@ void Sound::setMuted(bool muted)
         Q_EMIT mutedChanged();
 }
 
-void Sound::fadeOut(float seconds, const SoundHandler &handler)
+void Sound::fadeOut(float seconds, SoundHandler handler)
 {
     const auto held = weak_from_this().lock();
-    const SoundHandler copy = handler;
     if (forEachVoice([=](Sound &voice) { voice.fadeOut(seconds); }))
-        fadeOutAlone(seconds, copy);
+        fadeOutAlone(seconds, std::move(handler));
 }
 
-void Sound::muteSound(bool muted, float seconds, const SoundHandler &handler)
+void Sound::muteSound(bool muted, float seconds, SoundHandler handler)
 {
     const auto held = weak_from_this().lock();
     const QPointer<Sound> self(this);
-    const SoundHandler copy = handler;
     setMuted(muted);
     if (self && forEachVoice([=](Sound &voice) { voice.muteSound(muted, seconds); }) && isPlaying())
-        fadeOutAlone(seconds, copy);
+        fadeOutAlone(seconds, std::move(handler));
 }
 
 } // namespace dravelin

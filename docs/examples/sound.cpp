@@ -52,8 +52,7 @@ int main(int argc, char **argv)
     out << "at first: " << depot.playSound(Bell) << '\n'; // no category is on yet
     depot.setCurrentCategory(Effects | Music);
     out << "Effects and Music on: " << depot.playSound(Bell, {&window, "bellRung:"}) << '\n';
-    out << "while it plays: " << depot.playSound(Bell, {&window, &Window::bellRung})
-        << '\n'; // takes the handler, though
+    out << "while it plays: " << depot.playSound(Bell, {&window, &Window::bellRung}) << '\n'; // takes the handler
     out << "unknown: " << depot.playSound(Missing) << '\n';
     //! [depot]
     out.flush();

@@ -63,10 +63,10 @@ public:
     /// \param volume see setVolume()
     /// \return whether it started
     /// \operation{playWithHandler:category:volume:}
-    bool playWithHandler(const SoundHandler &handler, quint64 category, float volume);
+    bool playWithHandler(SoundHandler handler, quint64 category, float volume);
     /// The same for a sound that is muted and for all categories.
     /// \operation{forcePlayWithHandler:volume:}
-    bool forcePlayWithHandler(const SoundHandler &handler, float volume);
+    bool forcePlayWithHandler(SoundHandler handler, float volume);
 
     /// Plays the sound once more, whether or not it plays already, under the conditions of playWithHandler().
     ///
@@ -74,7 +74,7 @@ public:
     /// sound keeps it alive while it plays or is paused, and hands on to it pause(), resume(), stop(), setMuted(),
     /// muteSound() and fadeOut(), the last two without their handlers.
     /// \return empty when it is refused
-    std::shared_ptr<Sound> playVoice(const SoundHandler &handler, quint64 category, float volume);
+    std::shared_ptr<Sound> playVoice(SoundHandler handler, quint64 category, float volume);
     /// The plays by playVoice() that have not ended, the oldest first.
     [[nodiscard]] QList<std::shared_ptr<Sound>> voices() const { return m_voices; }
 
@@ -111,7 +111,7 @@ public:
     /// is under way then still ends by its next step. Infinity lowers nothing: the fade ends with the play.
     /// \param handler called at the end of the fade. `{}` for none.
     /// \operation{fadeOut:handler:}
-    Q_INVOKABLE void fadeOut(float seconds, const dravelin::SoundHandler &handler = {});
+    Q_INVOKABLE void fadeOut(float seconds, dravelin::SoundHandler handler = {});
     /// One step of the fade.
     /// \operation{fadeOutTimerHandler:}
     Q_INVOKABLE void fadeOutTimerHandler(dravelin::Timer *timer);
@@ -119,7 +119,7 @@ public:
     /// Sets muted(), and fades a playing sound out, also when `muted` is false. The handler is not called when the sound
     /// does not play.
     /// \operation{muteSound:seconds:handler:}
-    Q_INVOKABLE void muteSound(bool muted, float seconds, const dravelin::SoundHandler &handler = {});
+    Q_INVOKABLE void muteSound(bool muted, float seconds, dravelin::SoundHandler handler = {});
 
     /// The end of a play, from the player.
     /// \operation{sound:didFinishPlaying:}
@@ -162,8 +162,8 @@ private:
     bool forEachVoice(Function function);
     void leaveWhenIdle();
     void stopAlone();
-    void fadeOutAlone(float seconds, const SoundHandler &handler);
-    void startFade(float seconds, const SoundHandler &handler);
+    void fadeOutAlone(float seconds, SoundHandler handler);
+    void startFade(float seconds, SoundHandler handler);
     void endFade(const SoundHandler &handler);
     void endVoice();
     void report(void (Sound::*own)(), void (SoundDepot::*signal)(qint64));

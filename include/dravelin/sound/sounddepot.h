@@ -98,6 +98,9 @@ Q_SIGNALS:
     void currentCategoryChanged();
 
 private:
+    template <class Function>
+    void forEachSound(Function function);
+
     QHash<quint32, std::shared_ptr<Sound>> m_sounds; ///< by the low half of the identifier
     quint64 m_currentCategory = 0;
     float m_volume = 0.25F;
