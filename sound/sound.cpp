@@ -50,7 +50,6 @@ bool Sound::playWithHandler(SoundHandler handler, quint64 category, float volume
 
 bool Sound::forcePlayWithHandler(SoundHandler handler, float volume)
 {
-    const auto held = weak_from_this().lock();
     const QPointer<Sound> self(this);
     setVolume(volume);
     if (!self)
@@ -77,7 +76,6 @@ void Sound::setVolume(float volume)
 /// The handler is taken out before the call, so that one which a new play sets within it stays.
 void Sound::didFinishPlaying(SoundPlayer *sound, bool)
 {
-    const auto held = weak_from_this().lock();
     const QPointer<Sound> self(this);
     std::exchange(m_playHandler, {})(this);
     if (self)

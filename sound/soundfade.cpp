@@ -16,7 +16,6 @@ constexpr double stepInterval = 0.1;
 void Sound::fadeOutAlone(float seconds, SoundHandler handler)
 {
     if (!(seconds > 0)) { // nor a number
-        const auto held = weak_from_this().lock();
         const QPointer<Sound> self(this);
         stopAlone();
         if (self)
@@ -37,7 +36,7 @@ void Sound::startFade(float seconds, SoundHandler handler)
 
 void Sound::fadeOutTimerHandler(Timer *)
 {
-    const auto held = weak_from_this().lock();
+    const auto held = weak_from_this().lock(); // the timer may be the last to hold it
     const QPointer<Sound> self(this);
     const float left = volume() - m_fadeRate;
     if (isPlaying() && left > 0) {

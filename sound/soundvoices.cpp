@@ -50,7 +50,6 @@ bool Sound::forEachVoice(Function function)
 
 bool Sound::pause()
 {
-    const auto held = weak_from_this().lock();
     bool paused = false;
     const bool lives = forEachVoice([&](Sound &voice) { paused |= voice.pause(); });
     if (!lives || !m_player.pause())
@@ -63,7 +62,6 @@ bool Sound::resume()
 {
     if (m_muted)
         return false;
-    const auto held = weak_from_this().lock();
     bool resumed = false;
     const bool lives = forEachVoice([&](Sound &voice) { resumed |= voice.resume(); });
     if (!lives || !m_player.resume())
@@ -74,14 +72,12 @@ bool Sound::resume()
 
 void Sound::stop()
 {
-    const auto held = weak_from_this().lock();
     if (forEachVoice([](Sound &voice) { voice.stop(); }))
         stopAlone();
 }
 
 void Sound::stopAlone()
 {
-    const auto held = weak_from_this().lock();
     const QPointer<Sound> self(this);
     const bool wasPlaying = isPlaying();
     m_player.stop();
@@ -93,7 +89,6 @@ void Sound::stopAlone()
 
 void Sound::setMuted(bool muted)
 {
-    const auto held = weak_from_this().lock();
     const bool changed = std::exchange(m_muted, muted) != muted;
     if (forEachVoice([=](Sound &voice) { voice.setMuted(muted); }) && changed)
         Q_EMIT mutedChanged();
@@ -101,14 +96,12 @@ void Sound::setMuted(bool muted)
 
 void Sound::fadeOut(float seconds, SoundHandler handler)
 {
-    const auto held = weak_from_this().lock();
     if (forEachVoice([=](Sound &voice) { voice.fadeOut(seconds); }))
         fadeOutAlone(seconds, std::move(handler));
 }
 
 void Sound::muteSound(bool muted, float seconds, SoundHandler handler)
 {
-    const auto held = weak_from_this().lock();
     const QPointer<Sound> self(this);
     setMuted(muted);
     if (self && forEachVoice([=](Sound &voice) { voice.muteSound(muted, seconds); }) && isPlaying())

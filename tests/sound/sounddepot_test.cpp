@@ -189,6 +189,7 @@ TEST_F(SoundTest, FadesInEqualSteps)
             output->end();
         const float last = sound.volume();
         step(sound);
+        step(sound);
         EXPECT_FALSE(sound.isPlaying());
         EXPECT_EQ(sound.volume(), last);
         EXPECT_EQ(calls, 1);

@@ -28,9 +28,9 @@ class SoundDepot;
 ///
 /// Without samples, since the file was not found or is no sound, it has volume and duration 0 and plays nothing.
 ///
-/// Handlers and slots may play, stop, fade or destroy the sound, and may throw. Destroying a sound ends its play in
-/// silence, without a call. One that `std::shared_ptr` holds lives until its fade has ended, so that letting go of it
-/// does not cut the fade off.
+/// Handlers and slots may play, stop, fade or destroy the sound, and may throw; a sound that is destroyed emits no more.
+/// Destroying it ends its play in silence, without a call. One that `std::shared_ptr` holds lives until its fade has
+/// ended, so that letting go of it does not cut the fade off.
 ///
 /// Use a sound on one thread, with an event loop.
 class DRAVELIN_EXPORT Sound : public Object, public SoundPlayerDelegate
