@@ -10,11 +10,25 @@
 
 namespace dravelin {
 
+class SoundPlayer;
+
+/// Is told of the end of a play, at less cost than a connection, of which each takes some hundred bytes.
+class DRAVELIN_EXPORT SoundPlayerDelegate
+{
+public:
+    virtual ~SoundPlayerDelegate();
+    /// As the signal SoundPlayer::didFinishPlaying(), and before it.
+    /// \operation{sound:didFinishPlaying:}
+    virtual void didFinishPlaying(SoundPlayer *sound, bool finished) = 0;
+};
+
 /// A sound that plays at most once at a time on the current SoundOutput.
 ///
 ///     dravelin::SoundPlayer player(dravelin::SoundData::load(path));
 ///     connect(&player, &dravelin::SoundPlayer::didFinishPlaying, this, &Window::showNext);
 ///     player.play();
+///
+/// Destroying it ends the play without a signal. Use a player on one thread, with an event loop.
 class DRAVELIN_EXPORT SoundPlayer : public Object
 {
     Q_OBJECT
@@ -47,18 +61,27 @@ public:
     [[nodiscard]] bool isPlaying() const noexcept { return m_voice && !m_paused; }
     [[nodiscard]] bool isPaused() const noexcept { return m_voice && m_paused; }
 
-    /// 1 at first. Values outside 0 to 1 and what is no number are handed on as the nearest bound, and as 0.
+    /// 1 at first.
+    /// \operation{volume}
     [[nodiscard]] float volume() const noexcept { return m_volume; }
+    /// \param volume clamped to 0..1; NaN is 0
+    /// \operation{setVolume:}
     void setVolume(float volume);
 
     /// Seconds; 0 without data.
+    /// \operation{duration}
     [[nodiscard]] double duration() const noexcept;
     /// Seconds that were played; 0 when neither playing nor paused.
     [[nodiscard]] double currentTime() const;
-    [[nodiscard]] std::shared_ptr<const SoundData> data() const { return m_data; }
+    [[nodiscard]] const std::shared_ptr<const SoundData> &data() const noexcept { return m_data; }
+
+    /// \param delegate not owned; null for none. It has to be taken back before it is destroyed.
+    /// \operation{setDelegate:}
+    void setDelegate(SoundPlayerDelegate *delegate) noexcept { m_delegate = delegate; }
 
 Q_SIGNALS:
-    /// The end of a play, once per play(), from the event loop. Not after stop().
+    /// The end of a play, once per play(), from the event loop. Not after stop(). Slots may play the sound again and
+    /// destroy the player.
     /// \param finished false when the samples could not be read to their end
     void didFinishPlaying(dravelin::SoundPlayer *sound, bool finished);
     void playingChanged();
@@ -69,6 +92,7 @@ private:
 
     std::shared_ptr<const SoundData> m_data;
     std::unique_ptr<SoundVoice> m_voice;
+    SoundPlayerDelegate *m_delegate = nullptr;
     float m_volume = 1;
     bool m_paused = false;
 };
