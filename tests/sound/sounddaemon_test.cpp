@@ -52,9 +52,12 @@ protected:
         daemon.start(u"pulseaudio"_s, {u"-n"_s, u"--daemonize=no"_s, u"--exit-idle-time=-1"_s, u"-L"_s,
                                        u"module-native-protocol-unix socket="_s + socket, u"-L"_s,
                                        u"module-null-sink sink_name=heard"_s});
-        return waitFor([&] { return QProcess::execute(u"pactl"_s, {u"stat"_s}) == 0; });
+        return waitFor([&] {
+            if (ear.state() == QProcess::NotRunning)
+                ear.start(u"parec"_s, {u"-d"_s, u"heard.monitor"_s, u"--raw"_s, u"--latency-msec=10"_s});
+            return ear.bytesAvailable() > 30'000;
+        });
     }
-    void listen() { ear.start(u"parec"_s, {u"-d"_s, u"heard.monitor"_s, u"--raw"_s, u"--latency-msec=10"_s}); }
     static void kill(QProcess &process)
     {
         process.kill();
