@@ -13,8 +13,10 @@ namespace {
 /// Nobody hears it, so a low rate will do; one that common rates are multiples of keeps the time exact.
 constexpr int silentRate = 11025;
 constexpr qint64 nanoseconds = 1'000'000'000;
-/// A few seconds of sound, kept for the next plays.
-constexpr size_t sparesAtRest = 16;
+/// Sources, and buffers of a quarter of a second at the usual rate, that lie ready for the next plays.
+constexpr size_t spares = 16;
+constexpr int usualRate = 44100;
+constexpr size_t usualSamples = size_t(usualRate) / 4 * 2;
 
 /// Sinc interpolation of order 11, or what the user's configuration has beyond it: the library's default is linear,
 /// which is heard when rates differ.
@@ -96,7 +98,7 @@ void OpenAlDevice::rest()
         return;
     alcDevicePauseSOFT(m_device);
     const Scope scope(*this);
-    deleteSpare(sparesAtRest);
+    deleteSpare(spares);
 }
 
 void OpenAlDevice::startClock(qint64 now)
@@ -116,24 +118,42 @@ qint64 OpenAlDevice::advance(qint64 now)
     return m_clockFrames == due ? now : m_clockStart + m_clockFrames * nanoseconds / silentRate;
 }
 
+/// Fresh memory costs more than the samples that are copied into it.
+void OpenAlDevice::stockUp()
+{
+    while (m_sources.size() < spares && addSource()) {
+    }
+    if (m_buffers.size() < spares)
+        m_scratch.assign(usualSamples, 0);
+    while (m_buffers.size() < spares && addBuffer()) {
+        alBufferData(m_buffers.back(), AL_FORMAT_STEREO16, m_scratch.data(), ALsizei(usualSamples * sizeof(qint16)),
+                     usualRate);
+    }
+}
+
 ALuint OpenAlDevice::takeSource()
 {
-    ALuint source = 0;
-    if (!m_sources.empty()) {
-        source = m_sources.back();
-        m_sources.pop_back();
-        return source;
-    }
-    alGetError();
-    alGenSources(1, &source);
-    if (alGetError() != AL_NO_ERROR)
+    if (m_sources.empty() && !addSource())
         return 0;
-    setUpSource(source);
+    const ALuint source = m_sources.back();
+    m_sources.pop_back();
     return source;
 }
 
+bool OpenAlDevice::addSource()
+{
+    ALuint source = 0;
+    alGetError();
+    alGenSources(1, &source);
+    if (alGetError() != AL_NO_ERROR)
+        return false;
+    setUpSource(source);
+    m_sources.push_back(source);
+    return true;
+}
+
 /// Both channels go straight to the two loudspeakers, at exactly the volume that is set.
-void OpenAlDevice::setUpSource(ALuint source) const
+void OpenAlDevice::setUpSource(ALuint source)
 {
     alSourcei(source, AL_DIRECT_CHANNELS_SOFT, AL_TRUE);
     alSourcei(source, AL_SOURCE_RESAMPLER_SOFT, resampler());
@@ -148,23 +168,32 @@ void OpenAlDevice::giveSource(ALuint source)
 
 ALuint OpenAlDevice::takeBuffer()
 {
-    ALuint buffer = 0;
-    if (m_buffers.empty()) {
-        alGenBuffers(1, &buffer);
-        return buffer;
-    }
-    buffer = m_buffers.back();
+    if (m_buffers.empty() && !addBuffer())
+        return 0;
+    const ALuint buffer = m_buffers.back();
     m_buffers.pop_back();
     return buffer;
 }
 
-void OpenAlDevice::deleteSpare(size_t keptBuffers)
+bool OpenAlDevice::addBuffer()
 {
-    alDeleteSources(ALsizei(m_sources.size()), m_sources.data());
-    m_sources.clear();
-    const size_t kept = std::min(keptBuffers, m_buffers.size());
-    alDeleteBuffers(ALsizei(m_buffers.size() - kept), m_buffers.data() + kept);
-    m_buffers.resize(kept);
+    ALuint buffer = 0;
+    alGetError();
+    alGenBuffers(1, &buffer);
+    if (alGetError() != AL_NO_ERROR)
+        return false;
+    m_buffers.push_back(buffer);
+    return true;
+}
+
+void OpenAlDevice::deleteSpare(size_t kept)
+{
+    const size_t sources = std::min(kept, m_sources.size());
+    alDeleteSources(ALsizei(m_sources.size() - sources), m_sources.data() + sources);
+    m_sources.resize(sources);
+    const size_t buffers = std::min(kept, m_buffers.size());
+    alDeleteBuffers(ALsizei(m_buffers.size() - buffers), m_buffers.data() + buffers);
+    m_buffers.resize(buffers);
 }
 
 } // namespace dravelin::detail

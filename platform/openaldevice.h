@@ -64,6 +64,8 @@ public:
 
     // The following within a Scope.
 
+    /// Makes what the next plays will take.
+    void stockUp();
     /// \return 0 when the device has no more
     [[nodiscard]] ALuint takeSource();
     /// Stops it and takes its buffers out of its queue.
@@ -78,8 +80,10 @@ public:
 private:
     OpenAlDevice(ALCdevice *device, const ALCint *attributes, bool silent);
     static std::unique_ptr<OpenAlDevice> open(ALCdevice *device, const ALCint *attributes, bool silent);
-    void setUpSource(ALuint source) const;
-    void deleteSpare(size_t keptBuffers);
+    bool addSource();
+    bool addBuffer();
+    static void setUpSource(ALuint source);
+    void deleteSpare(size_t kept);
 
     ALCdevice *m_device;
     ALCcontext *m_context;

@@ -22,11 +22,6 @@ constexpr qint64 never = std::numeric_limits<qint64>::max();
 
 constexpr qint64 count(std::chrono::nanoseconds time) { return time.count(); }
 
-constexpr qint64 restAfter = count(1s);
-constexpr qint64 betweenAttempts = count(2s);
-
-qint64 readClock() { return count(std::chrono::steady_clock::now().time_since_epoch()); }
-
 } // namespace
 
 OpenAlEngine::OpenAlEngine() : m_wake(never), m_idleSince(readClock())
@@ -37,14 +32,15 @@ OpenAlEngine::OpenAlEngine() : m_wake(never), m_idleSince(readClock())
 
 OpenAlEngine::~OpenAlEngine() { close(); }
 
+qint64 OpenAlEngine::readClock() { return count(std::chrono::steady_clock::now().time_since_epoch()); }
+
 OpenAlEngine::Play OpenAlEngine::start(std::shared_ptr<const SoundData> data, float volume, SoundOutput::Ended ended)
 {
-    if (m_plays.size() >= size_t(OpenAlDevice::maxSources) || !m_device) {
+    if (m_plays.size() >= size_t(OpenAlDevice::maxSources) || !prepareToPlay()) {
         logWarning(QStringLiteral("Sound output: takes no further sound beside %1").arg(m_plays.size()));
         return nullptr;
     }
     auto play = std::make_shared<OpenAlPlay>(std::move(data), volume, std::move(ended));
-    prepareToPlay();
     const OpenAlDevice::Scope scope(*m_device);
     const qint64 now = readClock();
     if (!play->attach(*m_device, now)) {
@@ -80,9 +76,8 @@ void OpenAlEngine::pause(const Play &play)
 
 void OpenAlEngine::resume(const Play &play)
 {
-    if (!m_device || play->isOver())
+    if (play->isOver() || !prepareToPlay() || play->isOver())
         return;
-    prepareToPlay();
     const OpenAlDevice::Scope scope(*m_device);
     const qint64 now = readClock();
     if (!play->resume(*m_device, now))
@@ -122,9 +117,8 @@ void OpenAlEngine::timerEvent(QTimerEvent *)
     const auto self = shared_from_this(); // a call may drop the output
     m_timer.stop();
     m_wake = never;
-    if (!m_device)
-        return;
-    advance();
+    if (m_device)
+        advance();
     if (std::exchange(m_wantsDevice, false))
         lookForDevice();
     restWhenIdle();
@@ -164,6 +158,7 @@ void OpenAlEngine::advanceSilently(qint64 now)
 bool OpenAlEngine::updatePlays(qint64 now)
 {
     const OpenAlDevice::Scope scope(*m_device);
+    m_device->stockUp();
     return std::ranges::all_of(m_plays, [now](const Play &play) {
         return play->isPaused() || play->isOver() || play->due() > now || play->update(now);
     });
@@ -201,86 +196,15 @@ OpenAlEngine::Play OpenAlEngine::takeFinished()
     return play;
 }
 
-void OpenAlEngine::openFirst()
-{
-    m_device = OpenAlDevice::openSystem();
-    m_lastAttempt = readClock();
-    if (m_device)
-        return;
-    m_device = OpenAlDevice::openSilent();
-    logWarning(m_device ? QStringLiteral("Sound output: there is no sound device; sounds play in silence")
-                        : QStringLiteral("Sound output: neither a sound device nor a silent one can be opened"));
-}
-
-void OpenAlEngine::followDevice()
-{
-    logWarning(
-        QStringLiteral("Sound output: the device \"%1\" went away; sounds play on in silence").arg(m_device->name()));
-    moveTo(OpenAlDevice::openSilent());
-}
-
-void OpenAlEngine::lookForDevice()
-{
-    auto device = OpenAlDevice::openSystem();
-    m_lastAttempt = readClock();
-    if (!device)
-        return;
-    advance();
-    logInfo(QStringLiteral("Sound output: sounds are heard on \"%1\"").arg(device->name()));
-    moveTo(std::move(device));
-}
-
-void OpenAlEngine::moveTo(std::unique_ptr<OpenAlDevice> device)
-{
-    const qint64 now = readClock();
-    if (m_device) {
-        const OpenAlDevice::Scope scope(*m_device);
-        for (const Play &play : m_plays)
-            play->detach(now);
-    }
-    m_device = std::move(device);
-    if (!m_device)
-        return;
-    m_device->startClock(now);
-    const OpenAlDevice::Scope scope(*m_device);
-    for (const Play &play : m_plays) {
-        if (!play->attach(*m_device, now))
-            play->fail();
-    }
-}
-
-void OpenAlEngine::restWhenIdle()
-{
-    if (!isPlaying() && readClock() >= m_idleSince + restAfter)
-        m_device->rest();
-}
-
 bool OpenAlEngine::isPlaying() const
 {
     return std::ranges::any_of(m_plays, [](const Play &play) { return !play->isPaused() && !play->isOver(); });
 }
 
-/// Brings the device into a state in which a sound can be heard from now on.
-void OpenAlEngine::prepareToPlay()
-{
-    if (!m_device->isConnected())
-        followDevice();
-    m_device->run();
-    if (!m_device->isSilent())
-        return;
-    const qint64 now = readClock();
-    if (isPlaying())
-        bringUpToDate();
-    else
-        m_device->startClock(now);
-    m_wantsDevice = m_wantsDevice || now - m_lastAttempt >= betweenAttempts;
-}
-
 void OpenAlEngine::schedule()
 {
     const qint64 now = readClock();
-    if (m_device)
-        wakeAt(nextDue(now), now);
+    wakeAt(nextDue(now), now);
     if (isPlaying())
         m_idleSince = now;
 }
@@ -289,8 +213,10 @@ qint64 OpenAlEngine::nextDue(qint64 now) const
 {
     if (!m_finished.empty() || m_wantsDevice)
         return now;
-    if (!isPlaying())
-        return m_device->isRunning() && !m_device->isSilent() ? std::max(now, m_idleSince + restAfter) : never;
+    if (!isPlaying()) {
+        const bool mixes = m_device && m_device->isRunning() && !m_device->isSilent();
+        return mixes ? std::max(now, m_idleSince + restAfter) : never;
+    }
     qint64 due = never;
     for (const Play &play : m_plays) {
         if (!play->isPaused())

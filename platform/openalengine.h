@@ -41,6 +41,7 @@ protected:
     void timerEvent(QTimerEvent *event) override;
 
 private:
+    static qint64 readClock();
     void bringUpToDate();
     void advance();
     void advanceSilently(qint64 now);
@@ -56,7 +57,8 @@ private:
     void restWhenIdle();
 
     [[nodiscard]] bool isPlaying() const;
-    void prepareToPlay();
+    [[nodiscard]] bool prepareToPlay();
+    void prepareSilence(qint64 now);
     void schedule();
     [[nodiscard]] qint64 nextDue(qint64 now) const;
     void wakeAt(qint64 due, qint64 now);
@@ -69,6 +71,8 @@ private:
     qint64 m_idleSince;       ///< since when nothing plays
     qint64 m_lastAttempt = 0; ///< to open the device
     bool m_wantsDevice = false;
+
+    static constexpr qint64 restAfter = 1'000'000'000;
 };
 
 } // namespace dravelin::detail

@@ -193,6 +193,8 @@ bool OpenAlPlay::queueBlock()
     if (samples.empty())
         return false;
     const ALuint buffer = m_device->takeBuffer();
+    if (buffer == 0)
+        return endHere();
     alGetError();
     alBufferData(buffer, AL_FORMAT_STEREO16, samples.data(), ALsizei(samples.size_bytes()), m_data->sampleRate());
     alSourceQueueBuffers(m_source, 1, &buffer);
