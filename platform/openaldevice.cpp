@@ -152,11 +152,12 @@ bool OpenAlDevice::addSource()
     return true;
 }
 
-/// Both channels go straight to the two loudspeakers, at exactly the volume that is set.
-void OpenAlDevice::setUpSource(ALuint source)
+/// Both channels go straight to the two loudspeakers, at exactly the volume that is set. What nobody hears is interpolated
+/// in the cheapest way.
+void OpenAlDevice::setUpSource(ALuint source) const
 {
     alSourcei(source, AL_DIRECT_CHANNELS_SOFT, AL_TRUE);
-    alSourcei(source, AL_SOURCE_RESAMPLER_SOFT, resampler());
+    alSourcei(source, AL_SOURCE_RESAMPLER_SOFT, m_silent ? 0 : resampler());
 }
 
 void OpenAlDevice::giveSource(ALuint source)

@@ -82,7 +82,7 @@ private:
     static std::unique_ptr<OpenAlDevice> open(ALCdevice *device, const ALCint *attributes, bool silent);
     bool addSource();
     bool addBuffer();
-    static void setUpSource(ALuint source);
+    void setUpSource(ALuint source) const;
     void deleteSpare(size_t kept);
 
     ALCdevice *m_device;

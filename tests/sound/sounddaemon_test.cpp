@@ -92,10 +92,12 @@ TEST_F(SoundDaemonTest, MayDieAndComeBack)
     EXPECT_FALSE(output->deviceName().isNull());
     EXPECT_TRUE(hears(0.5));
 
+    const auto lag = [&] { return double(time.elapsed()) / 1000 - voice->position(); };
+    const double usualLag = lag();
     kill(daemon);
     EXPECT_TRUE(waitFor([&] { return output->deviceName().isNull(); }));
     EXPECT_EQ(log.take().size(), 1);
-    EXPECT_NEAR(voice->position(), double(time.elapsed()) / 1000, 0.3);
+    EXPECT_NEAR(lag(), usualLag, 0.3);
     paused->resume();
     EXPECT_TRUE(waitFor([&] { return shortEnds == 1; }));
     EXPECT_TRUE(output->deviceName().isNull());
@@ -106,7 +108,8 @@ TEST_F(SoundDaemonTest, MayDieAndComeBack)
     EXPECT_TRUE(waitFor([&] { return !output->deviceName().isNull(); }));
     EXPECT_TRUE(hears(0.5)) << "what was playing is heard again";
     EXPECT_TRUE(waitFor([&] { return longEnds == 1; }));
-    EXPECT_NEAR(double(time.elapsed()) / 1000, 6, 0.4);
+    EXPECT_GT(time.elapsed(), 5900);
+    EXPECT_DOUBLE_EQ(voice->position(), 6);
     EXPECT_EQ(shortEnds, 2);
     EXPECT_EQ(log.take().size(), 1);
 }
