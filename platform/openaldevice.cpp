@@ -1,0 +1,200 @@
+// SPDX-FileCopyrightText: Dravelin contributors
+// SPDX-License-Identifier: MIT
+
+#include "platform/openaldevice.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace dravelin::detail {
+
+namespace {
+
+/// Nobody hears it, so a low rate will do; one that common rates are multiples of keeps the time exact.
+constexpr int silentRate = 11025;
+constexpr qint64 nanoseconds = 1'000'000'000;
+/// Sources, and buffers of a quarter of a second at the usual rate, that lie ready for the next plays.
+constexpr size_t spares = 16;
+constexpr int usualRate = 44100;
+constexpr size_t usualSamples = size_t(usualRate) / 4 * 2;
+
+/// Sinc interpolation of order 11, or what the user's configuration has beyond it: the library's default is linear,
+/// which is heard when rates differ.
+ALint resampler()
+{
+    constexpr ALint sinc = 3;
+    const ALint best = alGetInteger(AL_NUM_RESAMPLERS_SOFT) - 1;
+    return std::min(best, std::max(sinc, alGetInteger(AL_DEFAULT_RESAMPLER_SOFT)));
+}
+
+} // namespace
+
+std::unique_ptr<OpenAlDevice> OpenAlDevice::openSystem()
+{
+    constexpr ALCint attributes[] = {ALC_MONO_SOURCES, maxSources, ALC_HRTF_SOFT, ALC_FALSE, 0};
+    return open(alcOpenDevice(nullptr), attributes, false);
+}
+
+std::unique_ptr<OpenAlDevice> OpenAlDevice::openSilent()
+{
+    constexpr ALCint attributes[] = {ALC_FORMAT_CHANNELS_SOFT,
+                                     ALC_STEREO_SOFT,
+                                     ALC_FORMAT_TYPE_SOFT,
+                                     ALC_SHORT_SOFT,
+                                     ALC_FREQUENCY,
+                                     silentRate,
+                                     ALC_MONO_SOURCES,
+                                     maxSources,
+                                     ALC_HRTF_SOFT,
+                                     ALC_FALSE,
+                                     0};
+    return open(alcLoopbackOpenDeviceSOFT(nullptr), attributes, true);
+}
+
+std::unique_ptr<OpenAlDevice> OpenAlDevice::open(ALCdevice *device, const ALCint *attributes, bool silent)
+{
+    if (!device)
+        return nullptr;
+    std::unique_ptr<OpenAlDevice> result(new OpenAlDevice(device, attributes, silent));
+    return result->m_context ? std::move(result) : nullptr;
+}
+
+OpenAlDevice::OpenAlDevice(ALCdevice *device, const ALCint *attributes, bool silent)
+    : m_device(device), m_context(alcCreateContext(device, attributes)), m_silent(silent)
+{}
+
+OpenAlDevice::~OpenAlDevice()
+{
+    if (m_context) {
+        const Scope scope(*this);
+        deleteSpare(0);
+    }
+    if (m_context)
+        alcDestroyContext(m_context);
+    alcCloseDevice(m_device);
+}
+
+QString OpenAlDevice::name() const
+{
+    return m_silent ? QString() : QString::fromUtf8(alcGetString(m_device, ALC_ALL_DEVICES_SPECIFIER));
+}
+
+bool OpenAlDevice::isConnected() const
+{
+    ALCint connected = ALC_FALSE;
+    alcGetIntegerv(m_device, ALC_CONNECTED, 1, &connected);
+    return connected != ALC_FALSE;
+}
+
+void OpenAlDevice::run()
+{
+    if (!std::exchange(m_running, true))
+        alcDeviceResumeSOFT(m_device);
+}
+
+void OpenAlDevice::rest()
+{
+    if (!std::exchange(m_running, false))
+        return;
+    alcDevicePauseSOFT(m_device);
+    const Scope scope(*this);
+    deleteSpare(spares);
+}
+
+void OpenAlDevice::startClock(qint64 now)
+{
+    m_clockStart = now;
+    m_clockFrames = 0;
+}
+
+qint64 OpenAlDevice::advance(qint64 now)
+{
+    const qint64 elapsed = now - m_clockStart;
+    const qint64 due = elapsed / nanoseconds * silentRate + elapsed % nanoseconds * silentRate / nanoseconds;
+    const qint64 frames = std::clamp<qint64>(due - m_clockFrames, 0, silentRate / 4);
+    m_unheard.resize(size_t(silentRate / 4) * 2);
+    alcRenderSamplesSOFT(m_device, m_unheard.data(), ALCsizei(frames));
+    m_clockFrames += frames;
+    return m_clockFrames == due ? now : m_clockStart + m_clockFrames * nanoseconds / silentRate;
+}
+
+/// Fresh memory costs more than the samples that are copied into it.
+void OpenAlDevice::stockUp()
+{
+    while (m_sources.size() < spares && addSource()) {
+    }
+    if (m_buffers.size() < spares)
+        m_scratch.assign(usualSamples, 0);
+    while (m_buffers.size() < spares && addBuffer()) {
+        alBufferData(m_buffers.back(), AL_FORMAT_STEREO16, m_scratch.data(), ALsizei(usualSamples * sizeof(qint16)),
+                     usualRate);
+    }
+}
+
+ALuint OpenAlDevice::takeSource()
+{
+    if (m_sources.empty() && !addSource())
+        return 0;
+    const ALuint source = m_sources.back();
+    m_sources.pop_back();
+    return source;
+}
+
+bool OpenAlDevice::addSource()
+{
+    ALuint source = 0;
+    alGetError();
+    alGenSources(1, &source);
+    if (alGetError() != AL_NO_ERROR)
+        return false;
+    setUpSource(source);
+    m_sources.push_back(source);
+    return true;
+}
+
+/// Both channels go straight to the two loudspeakers, at exactly the volume that is set. What nobody hears is interpolated
+/// in the cheapest way.
+void OpenAlDevice::setUpSource(ALuint source) const
+{
+    alSourcei(source, AL_DIRECT_CHANNELS_SOFT, AL_TRUE);
+    alSourcei(source, AL_SOURCE_RESAMPLER_SOFT, m_silent ? 0 : resampler());
+}
+
+void OpenAlDevice::giveSource(ALuint source)
+{
+    alSourceStop(source);
+    alSourcei(source, AL_BUFFER, 0);
+    m_sources.push_back(source);
+}
+
+ALuint OpenAlDevice::takeBuffer()
+{
+    if (m_buffers.empty() && !addBuffer())
+        return 0;
+    const ALuint buffer = m_buffers.back();
+    m_buffers.pop_back();
+    return buffer;
+}
+
+bool OpenAlDevice::addBuffer()
+{
+    ALuint buffer = 0;
+    alGetError();
+    alGenBuffers(1, &buffer);
+    if (alGetError() != AL_NO_ERROR)
+        return false;
+    m_buffers.push_back(buffer);
+    return true;
+}
+
+void OpenAlDevice::deleteSpare(size_t kept)
+{
+    const size_t sources = std::min(kept, m_sources.size());
+    alDeleteSources(ALsizei(m_sources.size() - sources), m_sources.data() + sources);
+    m_sources.resize(sources);
+    const size_t buffers = std::min(kept, m_buffers.size());
+    alDeleteBuffers(ALsizei(m_buffers.size() - buffers), m_buffers.data() + buffers);
+    m_buffers.resize(buffers);
+}
+
+} // namespace dravelin::detail
