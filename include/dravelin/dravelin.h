@@ -14,4 +14,5 @@
 #include <dravelin/imaging.h>
 #include <dravelin/platform.h>
 #include <dravelin/preferences.h>
+#include <dravelin/sound.h>
 #include <dravelin/values.h>

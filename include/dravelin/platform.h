@@ -29,6 +29,7 @@
 #include <dravelin/platform/selector.h>
 #include <dravelin/platform/sounddata.h>
 #include <dravelin/platform/soundoutput.h>
+#include <dravelin/platform/soundplayer.h>
 #include <dravelin/platform/timer.h>
 #include <dravelin/platform/undomanager.h>
 #include <dravelin/platform/userdefaults.h>

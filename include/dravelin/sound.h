@@ -4,7 +4,7 @@
 #pragma once
 
 /// \file
-/// Sounds by identifier: categories, volume, mute, fades.
+/// Sounds by identifier: categories, volume, mute, fades, ends that are reported.
 
 #include <dravelin/sound/sound.h>
 #include <dravelin/sound/sounddepot.h>

@@ -15,6 +15,8 @@ namespace dravelin {
 ///     dravelin::SoundPlayer player(dravelin::SoundData::load(path));
 ///     connect(&player, &dravelin::SoundPlayer::didFinishPlaying, this, &Window::showNext);
 ///     player.play();
+///
+/// Destroying it ends the play without a signal. Use a player on one thread, with an event loop.
 class DRAVELIN_EXPORT SoundPlayer : public Object
 {
     Q_OBJECT
@@ -47,19 +49,25 @@ public:
     [[nodiscard]] bool isPlaying() const noexcept { return m_voice && !m_paused; }
     [[nodiscard]] bool isPaused() const noexcept { return m_voice && m_paused; }
 
-    /// 1 at first. Values outside 0 to 1 and what is no number are handed on as the nearest bound, and as 0.
+    /// 1 at first.
+    /// \operation{volume}
     [[nodiscard]] float volume() const noexcept { return m_volume; }
+    /// \param volume clamped to 0..1; NaN is 0
+    /// \operation{setVolume:}
     void setVolume(float volume);
 
     /// Seconds; 0 without data.
+    /// \operation{duration}
     [[nodiscard]] double duration() const noexcept;
     /// Seconds that were played; 0 when neither playing nor paused.
     [[nodiscard]] double currentTime() const;
     [[nodiscard]] std::shared_ptr<const SoundData> data() const { return m_data; }
 
 Q_SIGNALS:
-    /// The end of a play, once per play(), from the event loop. Not after stop().
+    /// The end of a play, once per play(), from the event loop. Not after stop(). Slots may play the sound again and
+    /// destroy the player.
     /// \param finished false when the samples could not be read to their end
+    /// \operation{sound:didFinishPlaying:}
     void didFinishPlaying(dravelin::SoundPlayer *sound, bool finished);
     void playingChanged();
     void volumeChanged();

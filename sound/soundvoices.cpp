@@ -1,0 +1,102 @@
+// SPDX-FileCopyrightText: Dravelin contributors
+// SPDX-License-Identifier: MIT
+
+// What a sound hands on to its voices.
+
+#include <dravelin/sound/sound.h>
+
+#include <utility>
+
+namespace dravelin {
+
+std::shared_ptr<Sound> Sound::playVoice(const SoundHandler &handler, quint64 category, float volume)
+{
+    if (m_muted || (m_category & category) == 0)
+        return nullptr;
+    const auto voice = std::make_shared<Sound>(data(), m_soundId, m_category);
+    if (!voice->forcePlayWithHandler(handler, volume))
+        return nullptr;
+    voice->m_voiceOf = this;
+    m_voices.append(voice);
+    return voice;
+}
+
+/// Takes a voice that neither plays nor is paused from the sound that keeps it.
+void Sound::leaveWhenIdle()
+{
+    if (m_voiceOf && !m_player.isPlaying() && !m_player.isPaused())
+        m_voiceOf->m_voices.removeIf([this](const std::shared_ptr<Sound> &voice) { return voice.get() == this; });
+}
+
+/// \return false when a slot that was reached has destroyed this sound
+template <class Function>
+bool Sound::forEachVoice(Function function)
+{
+    const QPointer<Sound> self(this);
+    const auto voices = m_voices;
+    for (const auto &voice : voices)
+        function(*voice);
+    return self;
+}
+
+bool Sound::pause()
+{
+    const auto held = weak_from_this().lock();
+    bool paused = false;
+    const bool lives = forEachVoice([&](Sound &voice) { paused |= voice.pause(); });
+    return (lives && m_player.pause()) || paused;
+}
+
+bool Sound::resume()
+{
+    if (m_muted)
+        return false;
+    const auto held = weak_from_this().lock();
+    bool resumed = false;
+    const bool lives = forEachVoice([&](Sound &voice) { resumed |= voice.resume(); });
+    return (lives && m_player.resume()) || resumed;
+}
+
+void Sound::stop()
+{
+    const auto held = weak_from_this().lock();
+    if (forEachVoice([](Sound &voice) { voice.stop(); }))
+        stopAlone();
+}
+
+void Sound::stopAlone()
+{
+    const auto held = weak_from_this().lock();
+    const QPointer<Sound> self(this);
+    m_player.stop();
+    if (self)
+        leaveWhenIdle();
+}
+
+void Sound::setMuted(bool muted)
+{
+    const auto held = weak_from_this().lock();
+    const bool changed = std::exchange(m_muted, muted) != muted;
+    if (forEachVoice([=](Sound &voice) { voice.setMuted(muted); }) && changed)
+        Q_EMIT mutedChanged();
+}
+
+void Sound::fadeOut(float seconds, const SoundHandler &handler)
+{
+    const auto held = weak_from_this().lock();
+    const SoundHandler copy = handler;
+    if (forEachVoice([=](Sound &voice) { voice.fadeOut(seconds); }))
+        fadeOutAlone(seconds, copy);
+}
+
+void Sound::muteSound(bool muted, float seconds, const SoundHandler &handler)
+{
+    const auto held = weak_from_this().lock();
+    const QPointer<Sound> self(this);
+    const SoundHandler copy = handler;
+    setMuted(muted);
+    if (self && forEachVoice([=](Sound &voice) { voice.muteSound(muted, seconds); }) && isPlaying())
+        fadeOutAlone(seconds, copy);
+}
+
+} // namespace dravelin
