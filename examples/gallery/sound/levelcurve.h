@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "sound/levels.h"
 #include "sound/recording.h"
 
 #include <QtWidgets/QWidget>

@@ -6,6 +6,9 @@
 #include <QtCore/QFile>
 
 #include <algorithm>
+#include <cmath>
+#include <numbers>
+#include <utility>
 #include <vector>
 
 using namespace Qt::StringLiterals;
@@ -39,34 +42,14 @@ QString recordSounds(const QDir &folder)
 
 SoundClock::SoundClock() : m_voice(dravelin::SoundOutput::current()->start(clockSamples(), 1, [](bool) {})) {}
 
-SoundLevels::SoundLevels(const QString &path)
+std::shared_ptr<const SoundData> testTone(double seconds)
 {
-    const auto data = SoundData::load(path);
-    if (!data)
-        return;
-    m_levels = data->peaks(int(data->duration() / step));
-    const auto click = std::find_if(m_levels.cbegin(), m_levels.cend(), [](float level) { return level > 0.01F; });
-    m_clockStart = double(click - m_levels.cbegin()) * step;
-}
-
-QList<float> SoundLevels::between(double from, double to) const
-{
-    const auto first = qsizetype(std::max(0.0, from / step));
-    return m_levels.mid(first, std::max<qsizetype>(0, qsizetype(to / step) - first));
-}
-
-float SoundLevels::loudest(double from, double to) const
-{
-    const QList<float> levels = between(from, to);
-    return levels.isEmpty() ? 0 : *std::max_element(levels.begin(), levels.end());
-}
-
-float SoundLevels::median(double from, double to) const
-{
-    QList<float> levels = between(from, to);
-    if (levels.isEmpty())
-        return 0;
-    const auto middle = levels.begin() + levels.size() / 2;
-    std::nth_element(levels.begin(), middle, levels.end());
-    return *middle;
+    constexpr int rate = 44100;
+    constexpr double frequency = 500; // whole periods in each step of SoundLevels
+    std::vector<qint16> samples(std::size_t(seconds * rate));
+    for (std::size_t i = 0; i < samples.size(); ++i) {
+        const double value = std::sin(2 * std::numbers::pi * frequency * double(i) / rate);
+        samples[i] = qint16(std::lround(double(testToneAmplitude) * 32767 * value));
+    }
+    return SoundData::fromSamples(std::move(samples), 1, rate);
 }

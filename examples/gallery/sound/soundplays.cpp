@@ -18,6 +18,7 @@
 #include <QtWidgets/QPlainTextEdit>
 #include <QtWidgets/QProgressBar>
 #include <QtWidgets/QPushButton>
+#include <QtWidgets/QSlider>
 
 using namespace Qt::StringLiterals;
 using dravelin::Sound;
