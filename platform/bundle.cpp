@@ -3,6 +3,8 @@
 
 #include <dravelin/platform/bundle.h>
 
+#include <platform/resourcefolders.h>
+
 #include <QtCore/QCoreApplication>
 #include <QtCore/QDir>
 #include <QtCore/QFileInfo>
@@ -26,6 +28,12 @@ QString identifier()
 QString executablePath() { return QFile::symLinkTarget(u"/proc/self/exe"_s); }
 
 } // namespace
+
+QStringList detail::resourceFolders()
+{
+    return QStringList(QFileInfo(executablePath()).path())
+           << QStandardPaths::standardLocations(QStandardPaths::AppDataLocation) << u":"_s;
+}
 
 Bundle &Bundle::mainBundle()
 {
@@ -58,9 +66,7 @@ void Bundle::setObject(const QVariant &value, const QString &forInfoDictionaryKe
 QString Bundle::pathForResource(const QString &name, const QString &ofType) const
 {
     const QString file = ofType.isEmpty() ? name : name + u'.' + ofType;
-    const QStringList folders = QStringList(QFileInfo(executablePath()).path())
-                                << QStandardPaths::standardLocations(QStandardPaths::AppDataLocation) << u":"_s;
-    for (const QString &folder : folders) {
+    for (const QString &folder : detail::resourceFolders()) {
         QString path = folder + u'/' + file;
         if (QFileInfo(path).isFile())
             return path;

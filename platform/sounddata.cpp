@@ -3,47 +3,44 @@
 
 #include <dravelin/platform/sounddata.h>
 
+#include <platform/memorysound.h>
+#include <platform/soundcache.h>
+#include <platform/soundloading.h>
+
 #include <algorithm>
+#include <cstdlib>
 
 namespace dravelin {
 
 namespace {
 
-/// Reads samples that are in memory.
-class MemoryReader : public SoundReader
+constexpr qint64 BlockFrames = 8192;
+
+/// Where the part with that number of `count` equal ones begins.
+qint64 startOf(qint64 part, qint64 count, qint64 frames)
 {
-public:
-    MemoryReader(std::span<const qint16> all, int channels) : m_all(all), m_channels(channels) {}
+    return frames / count * part + frames % count * part / count;
+}
 
-    qint64 read(qint64 frame, std::span<qint16> samples) override
-    {
-        const auto first = std::min<size_t>(m_all.size(), size_t(std::max<qint64>(frame, 0)) * m_channels);
-        const auto count = std::min(m_all.size() - first, samples.size() / m_channels * m_channels);
-        std::ranges::copy(m_all.subspan(first, count), samples.begin());
-        return qint64(count / m_channels);
-    }
-
-private:
-    std::span<const qint16> m_all;
-    size_t m_channels;
-};
-
-class MemoryData : public SoundData
+int peakOf(std::span<const qint16> samples)
 {
-public:
-    MemoryData(const QString &path, std::vector<qint16> samples, int channels, int sampleRate)
-        : SoundData(path, qint64(samples.size()) / channels, channels, sampleRate), m_samples(std::move(samples))
-    {}
+    int peak = 0;
+    for (const qint16 sample : samples)
+        peak = std::max(peak, std::abs(int(sample)));
+    return peak;
+}
 
-    [[nodiscard]] std::span<const qint16> samples() const override { return m_samples; }
-    [[nodiscard]] std::unique_ptr<SoundReader> reader() const override
-    {
-        return std::make_unique<MemoryReader>(m_samples, channels());
+/// Of the frames from `first` to before `last`, or to the first that cannot be read.
+float peakOf(SoundReader &reader, qint64 first, qint64 last, int channels, std::vector<qint16> &block)
+{
+    int peak = 0;
+    for (qint64 read = 1; read > 0 && first < last; first += read) {
+        const auto wanted = size_t(std::min(last - first, BlockFrames) * channels);
+        read = reader.read(first, std::span(block).first(wanted));
+        peak = std::max(peak, peakOf(std::span(block).first(size_t(std::max<qint64>(read, 0) * channels))));
     }
-
-private:
-    std::vector<qint16> m_samples;
-};
+    return float(peak) / 32768.0F;
+}
 
 } // namespace
 
@@ -59,12 +56,40 @@ std::shared_ptr<const SoundData> SoundData::fromSamples(std::vector<qint16> samp
 {
     if (channels < 1 || channels > 2 || sampleRate < 1)
         return nullptr;
-    samples.resize(samples.size() / size_t(channels) * size_t(channels));
-    return std::make_shared<MemoryData>(QString(), std::move(samples), channels, sampleRate);
+    const auto whole = samples.size() / size_t(channels) * size_t(channels);
+    const std::span all = std::span<const qint16>(samples).first(whole); // stays where it is when the vector moves
+    using Sound = detail::MemorySound<std::vector<qint16>>;
+    return std::make_shared<Sound>(QString(), std::move(samples), all, channels, sampleRate);
 }
 
-std::shared_ptr<const SoundData> SoundData::load(const QString &) { return nullptr; }
+std::shared_ptr<const SoundData> SoundData::load(const QString &path)
+{
+    QString cause;
+    detail::SoundInput input(path, cause);
+    if (!input.isOpen()) {
+        detail::reportSound(path, cause);
+        return nullptr;
+    }
+    const detail::SoundStamp stamp = input.stamp();
+    if (auto shared = detail::SoundCache::instance().find(stamp))
+        return shared;
+    return detail::SoundCache::instance().add(stamp, detail::loadSound(path, std::move(input)));
+}
 
-QList<float> SoundData::peaks(int) const { return {}; }
+QList<float> SoundData::peaks(int count) const
+{
+    QList<float> peaks;
+    if (count < 1)
+        return peaks;
+    peaks.reserve(count);
+    const auto reader = this->reader();
+    std::vector<qint16> block(size_t(BlockFrames * m_channels));
+    for (qint64 part = 0; part < count; ++part) {
+        const qint64 first = startOf(part, count, m_frames);
+        const qint64 last = std::min(std::max(startOf(part + 1, count, m_frames), first + 1), m_frames);
+        peaks.append(peakOf(*reader, first, last, m_channels, block));
+    }
+    return peaks;
+}
 
 } // namespace dravelin

@@ -32,7 +32,7 @@ public:
     /// \operation{objectForInfoDictionaryKey:}
     [[nodiscard]] QVariant objectForInfoDictionaryKey(const QString &key) const;
 
-    /// Sets an entry of infoDictionary(), such as the build number as CFBundleVersion; an invalid value takes it away
+    /// Sets an entry of infoDictionary(), such as the build number as CFBundleVersion or the sound theme in use as SoundTheme; an invalid value takes it away
     /// again.
     void setObject(const QVariant &value, const QString &forInfoDictionaryKey);
 
@@ -41,6 +41,25 @@ public:
     /// \return its path; absent when there is no such file
     /// \operation{pathForResource:ofType:}
     [[nodiscard]] QString pathForResource(const QString &name, const QString &ofType = {}) const;
+
+    /// Finds a sound by its name, with or without extension; without one, .wav, .oga, .ogg, .opus, .flac, .mp3, .aiff,
+    /// .aif, .aifc, .au, .snd, .caf and .w64 are tried in this order. Searched are
+    ///   1. the folders of pathForResource() in their order: beside the executable, the `AppDataLocation` folders, Qt
+    ///      resources (":/"), in each its folder "sounds" first;
+    ///   2. the sound theme that the entry SoundTheme of infoDictionary() names, the themes that it inherits, and the
+    ///      theme "freedesktop", below "sounds" in the folders that `QStandardPaths::GenericDataLocation` lists, in
+    ///      stereo; there ".disabled" files and folders of the locale count;
+    ///   3. these "sounds" folders themselves.
+    ///
+    /// A name that the last two do not have is looked for without what follows its last "-", and again so:
+    /// "message-new-email" falls back to "message-new" and "message". The rules of the themes are those of the freedesktop
+    /// Sound Theme specification.
+    /// \param name may have folders in front ("pads/kick"); an absolute path or one in Qt resources (":/kick") is not
+    /// searched for, though its extension may be missing as well
+    /// \return its path; absent when there is no such file, for an empty name and for one with ".." in it
+    /// \cost looks at up to a few hundred file names
+    /// \operation{pathForSoundResource:}
+    [[nodiscard]] QString pathForSoundResource(const QString &name) const;
 
 private:
     Bundle() = default;
