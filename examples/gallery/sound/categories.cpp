@@ -6,6 +6,7 @@
 #include <QtCore/QStringList>
 
 #include <algorithm>
+#include <bit>
 
 const QList<SoundCategory> &soundCategories()
 {
@@ -30,4 +31,9 @@ quint64 categoriesOfSound(const QString &name)
             mask |= quint64(1) << i;
     }
     return mask ? mask : quint64(1) << (categories.size() - 1);
+}
+
+QColor colorOfSound(quint64 categories)
+{
+    return QColor::fromHsv((205 + 72 * std::countr_zero(categories)) % 360, 170, 190);
 }

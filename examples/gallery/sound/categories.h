@@ -5,6 +5,7 @@
 
 #include <QtCore/QList>
 #include <QtCore/QString>
+#include <QtGui/QColor>
 
 /// A group of sounds that is switched on and off together. Its bit in a mask is its place in soundCategories().
 struct SoundCategory
@@ -19,3 +20,6 @@ struct SoundCategory
 /// \param name a file's name without folder and extension, such as "phone-incoming-call"
 /// \return the bits of all categories that the name belongs to, of the last one when it belongs to no other
 [[nodiscard]] quint64 categoriesOfSound(const QString &name);
+
+/// The colour of the first category in the mask.
+[[nodiscard]] QColor colorOfSound(quint64 categories);

@@ -3,11 +3,13 @@
 
 #include "sound/soundpad.h"
 
+#include "sound/categories.h"
+
 #include <QtGui/QKeyEvent>
 #include <QtGui/QPainter>
 
 #include <algorithm>
-#include <bit>
+#include <cmath>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -92,8 +94,8 @@ void SoundPad::mousePressEvent(QMouseEvent *event)
 
 QColor SoundPad::color() const
 {
-    const int hue = (205 + 72 * std::countr_zero(m_sound->category())) % 360;
-    return QColor::fromHsv(hue, m_state == State::Ready ? 170 : 25, 190);
+    const QColor color = colorOfSound(m_sound->category());
+    return m_state == State::Ready ? color : QColor::fromHsv(color.hue(), 25, color.value());
 }
 
 QString SoundPad::remark() const
@@ -157,6 +159,7 @@ void SoundPad::paintTexts(QPainter &painter) const
     painter.drawText(head, Qt::AlignLeft | Qt::AlignVCenter, metrics.elidedText(m_name, Qt::ElideMiddle, space));
 }
 
+/// The root of the amplitude is nearer to what is heard, and keeps soft sounds visible.
 void SoundPad::paintWave(QPainter &painter) const
 {
     const QRectF area(margin + 2, headHeight + 6, width() - 2 * margin - 4, height() - headHeight - margin - 6);
@@ -165,7 +168,7 @@ void SoundPad::paintWave(QPainter &painter) const
     painter.setPen(Qt::NoPen);
     for (qsizetype i = 0; i < m_peaks.size(); ++i) {
         const bool isPlayed = double(i) < furthest * double(m_peaks.size());
-        const double bar = std::max(1.0, area.height() * double(m_peaks[i]));
+        const double bar = std::max(1.0, area.height() * std::sqrt(double(m_peaks[i])));
         painter.setBrush(isPlayed ? color().darker(150) : color());
         painter.drawRect(QRectF(area.left() + double(i) * step, area.center().y() - bar / 2, step * 0.75, bar));
     }

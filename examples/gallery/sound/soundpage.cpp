@@ -84,6 +84,10 @@ QWidget *SoundPage::makeControls()
     auto *layout = new QVBoxLayout(panel);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(makeCategories());
+    m_anyway = new QCheckBox(tr("&Play anyway"));
+    m_anyway->setToolTip(tr("Plays what is muted or in no chosen category as well."));
+    connect(m_anyway, &QCheckBox::toggled, this, &SoundPage::showStates);
+    layout->addWidget(m_anyway);
     m_volume = new QSlider(Qt::Horizontal);
     m_volume->setRange(0, 100);
     m_volume->setAccessibleName(tr("Volume"));
@@ -103,15 +107,14 @@ QWidget *SoundPage::makeCategories()
     auto *layout = new QVBoxLayout(group);
     for (const SoundCategory &category : soundCategories()) {
         auto *box = new QCheckBox(QLatin1String(category.name));
+        QPixmap color(10, 10);
+        color.fill(colorOfSound(quint64(1) << m_categories.size()));
+        box->setIcon(color);
         box->setChecked(true);
         connect(box, &QCheckBox::toggled, this, &SoundPage::setCategories);
         layout->addWidget(box);
         m_categories << box;
     }
-    m_anyway = new QCheckBox(tr("&Play anyway"));
-    m_anyway->setToolTip(tr("Plays what is muted or in no chosen category as well."));
-    connect(m_anyway, &QCheckBox::toggled, this, &SoundPage::showStates);
-    layout->addWidget(m_anyway);
     return group;
 }
 

@@ -31,7 +31,8 @@ void SoundPage::loadFolder(const QString &folder)
     renewDepot();
     m_skipped = 0;
     m_folder = folder;
-    m_state->setText(QDir(folder).dirName());
+    m_state->setText(tr("Loading…"));
+    m_state->setToolTip(QDir::toNativeSeparators(folder));
     m_progress->show();
     m_cancel->show();
     m_watcher.setFuture(loadSounds(folder));
@@ -60,7 +61,7 @@ void SoundPage::showLoaded()
 {
     m_progress->hide();
     m_cancel->hide();
-    QString text = tr("%1: %2 sounds").arg(QDir(m_folder).dirName()).arg(m_board->pads().size());
+    QString text = tr("%1 sounds in %2").arg(m_board->pads().size()).arg(m_folder.section(u'/', -2));
     if (m_skipped > 0)
         text += tr(", %1 other files skipped").arg(m_skipped);
     if (m_watcher.isCanceled())

@@ -17,6 +17,7 @@
 #include <QtWidgets/QCheckBox>
 #include <QtWidgets/QDoubleSpinBox>
 #include <QtWidgets/QLabel>
+#include <QtWidgets/QPushButton>
 #include <QtWidgets/QSlider>
 
 #include <algorithm>
@@ -32,8 +33,7 @@ public:
 
     void run()
     {
-        m_tour.waitFor([this] { return m_page.m_watcher.isFinished() && !m_page.m_board->pads().isEmpty(); },
-                       u"the board has the system's sounds"_s);
+        m_tour.waitFor([this] { return m_page.m_cancel->isHidden(); }, u"the system's sounds are loaded"_s);
         m_page.addSound(loadedSound(u"test-tone"_s, testTone(4)));
         if (!m_tour.expect(pad(u"phone-incoming-call"_s) && pad(u"complete"_s) && pad(u"dialog-error"_s),
                            u"the sounds that the session needs are there"_s))
