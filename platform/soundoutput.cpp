@@ -52,6 +52,4 @@ std::shared_ptr<SoundOutput> SoundOutput::setCurrent(std::shared_ptr<SoundOutput
     return std::exchange(outputs().replacement, std::move(output));
 }
 
-std::shared_ptr<SoundOutput> SoundOutput::createSystemOutput() { return nullptr; }
-
 } // namespace dravelin

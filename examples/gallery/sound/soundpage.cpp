@@ -70,8 +70,10 @@ QWidget *SoundPage::makeFolder()
     layout->addWidget(m_state, 1);
     m_progress = new QProgressBar;
     m_progress->setFixedWidth(120);
+    m_progress->hide();
     layout->addWidget(m_progress);
     m_cancel = new QPushButton(tr("Cancel"));
+    m_cancel->hide();
     connect(m_cancel, &QPushButton::clicked, &m_watcher, &QFutureWatcherBase::cancel);
     layout->addWidget(m_cancel);
     return panel;

@@ -1,0 +1,96 @@
+// SPDX-FileCopyrightText: Dravelin contributors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#define AL_ALEXT_PROTOTYPES
+#include <AL/al.h>
+#include <AL/alc.h>
+#include <AL/alext.h>
+
+#include <QtCore/QString>
+
+#include <memory>
+#include <vector>
+
+namespace dravelin::detail {
+
+/// A connection to a sound device with a context, and the sources and buffers that were made in it, for use again and
+/// again: making them takes longer than starting a sound.
+class OpenAlDevice
+{
+public:
+    /// Makes a device's context the one of this thread while it lives, without disturbing what the application has set.
+    class Scope
+    {
+    public:
+        explicit Scope(const OpenAlDevice &device) : m_previous(alcGetThreadContext())
+        {
+            alcSetThreadContext(device.m_context);
+        }
+        ~Scope() { alcSetThreadContext(m_previous); }
+        Q_DISABLE_COPY_MOVE(Scope)
+
+    private:
+        ALCcontext *m_previous;
+    };
+
+    static constexpr int maxSources = 1024;
+
+    /// \return null when there is none
+    static std::unique_ptr<OpenAlDevice> openSystem();
+    /// One that nobody hears, and that plays only when advance() says so.
+    static std::unique_ptr<OpenAlDevice> openSilent();
+
+    /// Whatever plays has to be detached before.
+    ~OpenAlDevice();
+
+    [[nodiscard]] bool isSilent() const noexcept { return m_silent; }
+    /// Absent for the silent one.
+    [[nodiscard]] QString name() const;
+    /// False once the device went away. Its sources have stopped then.
+    [[nodiscard]] bool isConnected() const;
+
+    [[nodiscard]] bool isRunning() const noexcept { return m_running; }
+    void run();
+    /// Stops the mixing, so that no processor time is used, and gives memory back.
+    void rest();
+
+    /// Silent device: playing time goes on from `now`, in nanoseconds of the steady clock.
+    void startClock(qint64 now);
+    /// Silent device: plays a quarter of a second at most.
+    /// \return up to when it has played now, which is `now` at most
+    qint64 advance(qint64 now);
+
+    // The following within a Scope.
+
+    /// \return 0 when the device has no more
+    [[nodiscard]] ALuint takeSource();
+    /// Stops it and takes its buffers out of its queue.
+    void giveSource(ALuint source);
+    /// \return 0 when there is no memory
+    [[nodiscard]] ALuint takeBuffer();
+    void giveBuffer(ALuint buffer) { m_buffers.push_back(buffer); }
+
+    /// For samples on their way into a buffer.
+    [[nodiscard]] std::vector<qint16> &scratch() noexcept { return m_scratch; }
+
+private:
+    OpenAlDevice(ALCdevice *device, const ALCint *attributes, bool silent);
+    static std::unique_ptr<OpenAlDevice> open(ALCdevice *device, const ALCint *attributes, bool silent);
+    void setUpSource(ALuint source) const;
+    void deleteSpare(size_t keptBuffers);
+
+    ALCdevice *m_device;
+    ALCcontext *m_context;
+    std::vector<ALuint> m_sources; ///< not in use
+    std::vector<ALuint> m_buffers; ///< not in use
+    std::vector<qint16> m_scratch;
+    std::vector<qint16> m_unheard;
+    qint64 m_clockStart = 0;
+    qint64 m_clockFrames = 0; ///< played since
+    bool m_silent;
+    bool m_running = true;
+};
+
+} // namespace dravelin::detail

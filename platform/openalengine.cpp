@@ -1,0 +1,314 @@
+// SPDX-FileCopyrightText: Dravelin contributors
+// SPDX-License-Identifier: MIT
+
+#include "platform/openalengine.h"
+
+#include <dravelin/platform/log.h>
+
+#include <QtCore/QScopeGuard>
+
+#include <algorithm>
+#include <chrono>
+#include <limits>
+#include <utility>
+
+namespace dravelin::detail {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr qint64 never = std::numeric_limits<qint64>::max();
+
+constexpr qint64 count(std::chrono::nanoseconds time) { return time.count(); }
+
+constexpr qint64 restAfter = count(1s);
+constexpr qint64 betweenAttempts = count(2s);
+/// How soon a device that went away is noticed.
+constexpr qint64 longestWait = count(100ms);
+
+qint64 readClock() { return count(std::chrono::steady_clock::now().time_since_epoch()); }
+
+} // namespace
+
+OpenAlEngine::OpenAlEngine() : m_wake(never), m_idleSince(readClock())
+{
+    openFirst();
+    schedule();
+}
+
+OpenAlEngine::~OpenAlEngine() { close(); }
+
+OpenAlEngine::Play OpenAlEngine::start(std::shared_ptr<const SoundData> data, float volume, SoundOutput::Ended ended)
+{
+    if (m_plays.size() >= size_t(OpenAlDevice::maxSources) || !m_device) {
+        logWarning(QStringLiteral("Sound output: takes no further sound beside %1").arg(m_plays.size()));
+        return nullptr;
+    }
+    auto play = std::make_shared<OpenAlPlay>(std::move(data), volume, std::move(ended));
+    prepareToPlay();
+    const OpenAlDevice::Scope scope(*m_device);
+    const qint64 now = readClock();
+    if (!play->attach(*m_device, now)) {
+        logWarning(QStringLiteral("Sound output: the device takes no further sound beside %1").arg(m_plays.size()));
+        return nullptr;
+    }
+    m_plays.push_back(play);
+    wakeAt(now, now);
+    return play;
+}
+
+void OpenAlEngine::drop(const Play &play)
+{
+    play->forgetEnded();
+    std::erase(m_finished, play);
+    if (std::erase(m_plays, play) == 0 || !m_device)
+        return;
+    const OpenAlDevice::Scope scope(*m_device);
+    play->detach(readClock());
+    if (!isPlaying())
+        schedule();
+}
+
+void OpenAlEngine::pause(const Play &play)
+{
+    if (!m_device)
+        return;
+    bringUpToDate();
+    const OpenAlDevice::Scope scope(*m_device);
+    play->pause(readClock());
+    schedule();
+}
+
+void OpenAlEngine::resume(const Play &play)
+{
+    if (!m_device || play->isOver())
+        return;
+    prepareToPlay();
+    const OpenAlDevice::Scope scope(*m_device);
+    const qint64 now = readClock();
+    if (!play->resume(*m_device, now))
+        play->fail();
+    wakeAt(now, now);
+}
+
+void OpenAlEngine::setVolume(const Play &play, float volume)
+{
+    if (!m_device)
+        return;
+    const OpenAlDevice::Scope scope(*m_device);
+    play->setVolume(volume);
+}
+
+double OpenAlEngine::position(const Play &play)
+{
+    if (!m_device)
+        return play->lastPosition();
+    bringUpToDate();
+    const OpenAlDevice::Scope scope(*m_device);
+    return play->position(readClock());
+}
+
+QString OpenAlEngine::deviceName() const { return m_device ? m_device->name() : QString(); }
+
+void OpenAlEngine::close()
+{
+    m_timer.stop();
+    moveTo(nullptr);
+    const auto plays = std::exchange(m_plays, {}); // what they capture may come back here when it goes
+    const auto finished = std::exchange(m_finished, {});
+}
+
+void OpenAlEngine::timerEvent(QTimerEvent *)
+{
+    const auto self = shared_from_this(); // a call may drop the output
+    m_timer.stop();
+    m_wake = never;
+    if (!m_device)
+        return;
+    advance();
+    if (std::exchange(m_wantsDevice, false))
+        lookForDevice();
+    restWhenIdle();
+    deliverEnds();
+}
+
+/// What the silent device plays by the clock; a real one goes on by itself.
+void OpenAlEngine::bringUpToDate()
+{
+    if (!m_device->isSilent())
+        return;
+    advance();
+    if (!m_finished.empty())
+        schedule();
+}
+
+void OpenAlEngine::advance()
+{
+    const qint64 now = readClock();
+    if (m_device->isSilent())
+        advanceSilently(now);
+    else if (!updatePlays(now) || !m_device->isConnected())
+        followDevice();
+    collectFinished(now);
+}
+
+/// In pieces that are shorter than what is queued ahead.
+void OpenAlEngine::advanceSilently(qint64 now)
+{
+    for (qint64 reached = 0; reached < now && isPlaying();) {
+        reached = m_device->advance(now);
+        updatePlays(reached);
+    }
+}
+
+/// \return false when the device went away
+bool OpenAlEngine::updatePlays(qint64 now)
+{
+    const OpenAlDevice::Scope scope(*m_device);
+    return std::ranges::all_of(m_plays, [now](const Play &play) {
+        return play->isPaused() || play->isOver() || play->due() > now || play->update(now);
+    });
+}
+
+void OpenAlEngine::collectFinished(qint64 now)
+{
+    if (!m_device)
+        return;
+    const OpenAlDevice::Scope scope(*m_device);
+    for (const Play &play : m_plays) {
+        if (play->isOver()) {
+            play->detach(now);
+            m_finished.push_back(play);
+        }
+    }
+    std::erase_if(m_plays, [](const Play &play) { return play->isOver(); });
+}
+
+/// The timer is set before each call: one may start an event loop, or fail.
+void OpenAlEngine::deliverEnds()
+{
+    const auto scheduled = qScopeGuard([this] { schedule(); });
+    while (!m_finished.empty()) {
+        const Play play = takeFinished();
+        schedule();
+        play->callEnded();
+    }
+}
+
+OpenAlEngine::Play OpenAlEngine::takeFinished()
+{
+    Play play = m_finished.front();
+    m_finished.pop_front();
+    return play;
+}
+
+void OpenAlEngine::openFirst()
+{
+    m_device = OpenAlDevice::openSystem();
+    m_lastAttempt = readClock();
+    if (m_device)
+        return;
+    m_device = OpenAlDevice::openSilent();
+    logWarning(m_device ? QStringLiteral("Sound output: there is no sound device; sounds play in silence")
+                        : QStringLiteral("Sound output: neither a sound device nor a silent one can be opened"));
+}
+
+void OpenAlEngine::followDevice()
+{
+    logWarning(
+        QStringLiteral("Sound output: the device \"%1\" went away; sounds play on in silence").arg(m_device->name()));
+    moveTo(OpenAlDevice::openSilent());
+}
+
+void OpenAlEngine::lookForDevice()
+{
+    auto device = OpenAlDevice::openSystem();
+    m_lastAttempt = readClock();
+    if (!device)
+        return;
+    advance();
+    logInfo(QStringLiteral("Sound output: sounds are heard on \"%1\"").arg(device->name()));
+    moveTo(std::move(device));
+}
+
+void OpenAlEngine::moveTo(std::unique_ptr<OpenAlDevice> device)
+{
+    const qint64 now = readClock();
+    if (m_device) {
+        const OpenAlDevice::Scope scope(*m_device);
+        for (const Play &play : m_plays)
+            play->detach(now);
+    }
+    m_device = std::move(device);
+    if (!m_device)
+        return;
+    m_device->startClock(now);
+    const OpenAlDevice::Scope scope(*m_device);
+    for (const Play &play : m_plays) {
+        if (!play->attach(*m_device, now))
+            play->fail();
+    }
+}
+
+void OpenAlEngine::restWhenIdle()
+{
+    if (!isPlaying() && readClock() >= m_idleSince + restAfter)
+        m_device->rest();
+}
+
+bool OpenAlEngine::isPlaying() const
+{
+    return std::ranges::any_of(m_plays, [](const Play &play) { return !play->isPaused() && !play->isOver(); });
+}
+
+/// Brings the device into a state in which a sound can be heard from now on.
+void OpenAlEngine::prepareToPlay()
+{
+    if (!m_device->isConnected())
+        followDevice();
+    m_device->run();
+    if (!m_device->isSilent())
+        return;
+    const qint64 now = readClock();
+    if (isPlaying())
+        bringUpToDate();
+    else
+        m_device->startClock(now);
+    m_wantsDevice = m_wantsDevice || now - m_lastAttempt >= betweenAttempts;
+}
+
+void OpenAlEngine::schedule()
+{
+    const qint64 now = readClock();
+    if (m_device)
+        wakeAt(nextDue(now), now);
+    if (isPlaying())
+        m_idleSince = now;
+}
+
+qint64 OpenAlEngine::nextDue(qint64 now) const
+{
+    if (!m_finished.empty() || m_wantsDevice)
+        return now;
+    if (!isPlaying())
+        return m_device->isRunning() && !m_device->isSilent() ? std::max(now, m_idleSince + restAfter) : never;
+    qint64 due = m_device->isSilent() ? never : now + longestWait;
+    for (const Play &play : m_plays) {
+        if (!play->isPaused())
+            due = std::min(due, play->due());
+    }
+    return due;
+}
+
+/// An earlier time that was set stays.
+void OpenAlEngine::wakeAt(qint64 due, qint64 now)
+{
+    if (due >= m_wake)
+        return;
+    const qint64 wait = std::clamp<qint64>(due - now, 0, count(1h));
+    m_wake = due;
+    m_timer.start(int((wait + count(1ms) - 1) / count(1ms)), Qt::PreciseTimer, this);
+}
+
+} // namespace dravelin::detail
