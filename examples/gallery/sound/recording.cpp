@@ -27,17 +27,17 @@ std::shared_ptr<const SoundData> clockSamples()
 
 } // namespace
 
-QString recordSounds(const QDir &folder)
+QString recordingPath(const QDir &folder) { return folder.absoluteFilePath(u"sound-session.wav"_s); }
+
+void recordSounds(const QDir &folder)
 {
-    const QString path = folder.absoluteFilePath(u"sound-session.wav"_s);
     QFile settings(folder.absoluteFilePath(u"sound-recording.conf"_s));
     const QString text = u"[general]\ndrivers = wave\nfrequency = 44100\nsample-type = int16\nchannels = stereo\n"
-                         "[wave]\nfile = %1\n"_s.arg(path);
+                         "[wave]\nfile = %1\n"_s.arg(recordingPath(folder));
     if (settings.open(QIODevice::WriteOnly))
         settings.write(text.toUtf8());
     qputenv("ALSOFT_CONF", QFile::encodeName(settings.fileName()));
     qputenv("ALSOFT_DRIVERS", "wave");
-    return path;
 }
 
 SoundClock::SoundClock() : m_voice(dravelin::SoundOutput::current()->start(clockSamples(), 1, [](bool) {})) {}

@@ -16,9 +16,11 @@ struct SoundMark
     QString text;
 };
 
-/// Lets the process record to session.wav in the folder what would be heard. Call it before the first sound.
-/// \return the recording's path
-QString recordSounds(const QDir &folder);
+/// Where recordSounds() records to.
+[[nodiscard]] QString recordingPath(const QDir &folder);
+
+/// Lets the process record what would be heard. Call it before the first sound.
+void recordSounds(const QDir &folder);
 
 /// The clock of a recorded session: a sound that goes on without being heard, but for a click at its start, by which its
 /// time is found in the recording.

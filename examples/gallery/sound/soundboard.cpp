@@ -74,6 +74,9 @@ void SoundBoard::walk(SoundPad *from, int key)
 {
     const int step = key == Qt::Key_Up || key == Qt::Key_Down ? columns() : 1;
     const bool isBack = key == Qt::Key_Up || key == Qt::Key_Left;
-    if (SoundPad *next = m_pads.value(m_pads.indexOf(from) + (isBack ? -step : step)))
-        next->setFocus(Qt::TabFocusReason);
+    SoundPad *next = m_pads.value(m_pads.indexOf(from) + (isBack ? -step : step));
+    if (!next)
+        return;
+    next->setFocus(Qt::TabFocusReason);
+    Q_EMIT walkedTo(next);
 }

@@ -26,6 +26,8 @@ public:
     void follow();
 
 Q_SIGNALS:
+    /// An arrow key brought the focus there.
+    void walkedTo(QWidget *pad);
     /// Nothing plays any more.
     void fellSilent();
 

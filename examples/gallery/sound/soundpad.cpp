@@ -118,7 +118,7 @@ void SoundPad::paintEvent(QPaintEvent *)
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     paintGround(painter);
-    if (m_state != State::Ready && m_positions.isEmpty())
+    if (m_state != State::Ready && m_positions.isEmpty() && !m_refusal.isActive())
         painter.setOpacity(0.5);
     paintTexts(painter);
     paintWave(painter);

@@ -35,6 +35,7 @@ SoundPage::SoundPage() : m_depot(std::make_unique<dravelin::SoundDepot>())
     scroll->setWidgetResizable(true);
     scroll->setFrameShape(QFrame::NoFrame);
     scroll->setWidget(m_board);
+    connect(m_board, &SoundBoard::walkedTo, scroll, [scroll](QWidget *pad) { scroll->ensureWidgetVisible(pad); });
     left->addWidget(scroll, 1);
     m_device = new QLabel(tr("Nothing was played yet."));
     left->addWidget(m_device);
@@ -82,7 +83,7 @@ QWidget *SoundPage::makeFolder()
 QWidget *SoundPage::makeControls()
 {
     auto *panel = new QWidget;
-    panel->setFixedWidth(230);
+    panel->setFixedWidth(244);
     auto *layout = new QVBoxLayout(panel);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(makeCategories());

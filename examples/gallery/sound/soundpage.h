@@ -66,6 +66,7 @@ private:
     void stopAll();
 
     void showStates();
+    void showState(SoundPad *pad) const;
     void showDevice();
     void log(qint64 soundId, const QString &what);
     [[nodiscard]] QString logText() const;

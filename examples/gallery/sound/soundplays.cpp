@@ -61,7 +61,7 @@ void SoundPage::showLoaded()
 {
     m_progress->hide();
     m_cancel->hide();
-    QString text = tr("%1 sounds in %2").arg(m_board->pads().size()).arg(m_folder.section(u'/', -2));
+    QString text = tr("Sounds in %1: %2").arg(m_folder.section(u'/', -2)).arg(m_board->pads().size());
     if (m_skipped > 0)
         text += tr(", %1 other files skipped").arg(m_skipped);
     if (m_watcher.isCanceled())
@@ -76,8 +76,8 @@ void SoundPage::addSound(const LoadedSound &loaded)
     m_names[m_lastId] = loaded.name;
     auto *pad = new SoundPad(loaded, sound);
     connect(pad, &SoundPad::played, this, &SoundPage::play);
+    showState(pad);
     m_board->add(pad);
-    showStates();
 }
 
 void SoundPage::play(SoundPad *pad, bool overlapping)
@@ -141,14 +141,17 @@ void SoundPage::stopAll() { m_depot->stopAllSounds(); }
 
 void SoundPage::showStates()
 {
-    const bool isForced = m_anyway->isChecked();
-    for (SoundPad *pad : m_board->pads()) {
-        const bool isOn = (pad->sound()->category() & m_depot->currentCategory()) != 0;
-        if (isForced || (isOn && !m_mute->isChecked()))
-            pad->setState(SoundPad::State::Ready);
-        else
-            pad->setState(isOn ? SoundPad::State::Muted : SoundPad::State::Off);
-    }
+    for (SoundPad *pad : m_board->pads())
+        showState(pad);
+}
+
+void SoundPage::showState(SoundPad *pad) const
+{
+    const bool isOn = (pad->sound()->category() & m_depot->currentCategory()) != 0;
+    if (m_anyway->isChecked() || (isOn && !m_mute->isChecked()))
+        pad->setState(SoundPad::State::Ready);
+    else
+        pad->setState(isOn ? SoundPad::State::Muted : SoundPad::State::Off);
 }
 
 void SoundPage::showDevice()

@@ -13,10 +13,13 @@
 #include "sound/soundpage.h"
 
 #include <QtCore/QCoreApplication>
+#include <QtCore/QFile>
+#include <QtGui/QKeyEvent>
 #include <QtGui/QMouseEvent>
 #include <QtWidgets/QCheckBox>
 #include <QtWidgets/QDoubleSpinBox>
 #include <QtWidgets/QLabel>
+#include <QtWidgets/QPlainTextEdit>
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QSlider>
 
@@ -33,7 +36,8 @@ public:
 
     void run()
     {
-        m_tour.waitFor([this] { return m_page.m_cancel->isHidden(); }, u"the system's sounds are loaded"_s);
+        waitForLoading();
+        m_tour.expect(!m_page.m_board->pads().isEmpty(), m_page.m_state->text());
         m_page.addSound(loadedSound(u"test-tone"_s, testTone(4)));
         if (!m_tour.expect(pad(u"phone-incoming-call"_s) && pad(u"complete"_s) && pad(u"dialog-error"_s),
                            u"the sounds that the session needs are there"_s))
@@ -41,13 +45,17 @@ public:
         picture(u"1-board"_s);
         record();
         countCalls();
-        SessionCheck(m_tour.folder().filePath(u"sound-session.wav"_s), m_marks).run(m_tour);
+        SessionCheck(recordingPath(m_tour.folder()), m_marks).run(m_tour);
+        otherFolder();
+        cancelLoading();
     }
 
 private:
     void record()
     {
         SoundOutput::setCurrent(SoundOutput::createSystemOutput());
+        m_page.m_log->clear();
+        m_page.m_clock.restart();
         m_clock = std::make_unique<SoundClock>();
         pass(0.3);
         together();
@@ -116,12 +124,15 @@ private:
     void voices()
     {
         mark(u"three at once"_s);
-        press(u"dialog-error"_s);
+        SoundPad *error = pad(u"dialog-error"_s);
+        type(m_page.m_board->pads().at(m_page.m_board->pads().indexOf(error) - 1), Qt::Key_Right);
+        m_tour.expect(m_page.window()->focusWidget() == error, u"an arrow key walks to the next sound"_s);
+        type(error, Qt::Key_Return);
         pass(0.12);
         press(u"dialog-error"_s, Qt::ShiftModifier);
         pass(0.12);
         press(u"dialog-error"_s, Qt::ShiftModifier);
-        m_tour.expect(pad(u"dialog-error"_s)->sound()->voices().size() == 2, u"two voices overlap the sound"_s);
+        m_tour.expect(error->sound()->voices().size() == 2, u"two voices overlap the sound"_s);
         pass(0.05);
         picture(u"5-voices"_s);
         waitForCalls(u"dialog-error: play ended"_s, 3);
@@ -150,6 +161,33 @@ private:
         m_tour.expect(calls(u"fade ended"_s) == 3, u"every fade was called back once"_s);
     }
 
+    void waitForLoading()
+    {
+        m_tour.waitFor([this] { return m_page.m_cancel->isHidden(); }, u"a folder is loaded"_s);
+    }
+
+    /// The recording itself, among files that are no sounds.
+    void otherFolder()
+    {
+        QDir folder(m_tour.folder().filePath(u"sounds"_s));
+        folder.removeRecursively();
+        m_tour.folder().mkpath(u"sounds"_s);
+        QFile(folder.filePath(u"empty.ogg"_s)).open(QIODevice::WriteOnly);
+        QFile::copy(m_tour.folder().filePath(u"sound-1-board.png"_s), folder.filePath(u"picture.wav"_s));
+        QFile::copy(recordingPath(m_tour.folder()), folder.filePath(u"session.wav"_s));
+        m_page.loadFolder(folder.path());
+        waitForLoading();
+        m_tour.expect(m_page.m_board->pads().size() == 1 && m_page.m_skipped == 2, m_page.m_state->text());
+    }
+
+    void cancelLoading()
+    {
+        m_page.loadFolder(systemSoundFolder());
+        m_page.m_cancel->click();
+        waitForLoading();
+        m_tour.expect(m_page.m_watcher.isCanceled() && m_page.m_board->pads().size() < 30, m_page.m_state->text());
+    }
+
     [[nodiscard]] SoundPad *pad(const QString &name) const
     {
         const QList<SoundPad *> &pads = m_page.m_board->pads();
@@ -163,6 +201,14 @@ private:
         const QPointF place = target->rect().center();
         for (const QEvent::Type type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
             QMouseEvent event(type, place, target->mapToGlobal(place), Qt::LeftButton, Qt::LeftButton, modifiers);
+            QCoreApplication::sendEvent(target, &event);
+        }
+    }
+
+    void type(QWidget *target, int key)
+    {
+        for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease}) {
+            QKeyEvent event(type, key, {});
             QCoreApplication::sendEvent(target, &event);
         }
     }
