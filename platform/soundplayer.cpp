@@ -10,6 +10,8 @@
 
 namespace dravelin {
 
+SoundPlayerDelegate::~SoundPlayerDelegate() = default;
+
 SoundPlayer::SoundPlayer(std::shared_ptr<const SoundData> data, QObject *parent)
     : Object(parent), m_data(std::move(data))
 {}
@@ -82,7 +84,10 @@ void SoundPlayer::end(bool finished)
     const QPointer<SoundPlayer> self(this);
     m_voice.reset();
     m_paused = false;
-    Q_EMIT didFinishPlaying(this, finished);
+    if (m_delegate)
+        m_delegate->didFinishPlaying(this, finished);
+    if (self)
+        Q_EMIT didFinishPlaying(this, finished);
     if (self && !isPlaying())
         Q_EMIT playingChanged();
 }

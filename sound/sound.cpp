@@ -4,6 +4,7 @@
 #include <dravelin/sound/sound.h>
 
 #include <dravelin/platform/log.h>
+#include <dravelin/sound/sounddepot.h>
 
 #include <QtCore/QFileInfo>
 
@@ -35,11 +36,9 @@ std::shared_ptr<const SoundData> loadResource(const QString &file)
 Sound::Sound(const QString &file, qint64 soundID, quint64 category) : Sound(loadResource(file), soundID, category) {}
 
 Sound::Sound(std::shared_ptr<const SoundData> data, qint64 soundID, quint64 category)
-    : m_player(std::move(data)), m_fadeTimer(this, ""), m_soundId(soundID), m_category(category)
+    : m_player(std::move(data)), m_fadeTimer(Action<Timer *>()), m_soundId(soundID), m_category(category)
 {
-    connect(&m_player, &SoundPlayer::didFinishPlaying, this, &Sound::didFinishPlaying);
-    connect(&m_player, &SoundPlayer::volumeChanged, this, &Sound::volumeChanged);
-    connect(&m_player, &SoundPlayer::playingChanged, this, &Sound::playingChanged);
+    m_player.setDelegate(this);
 }
 
 Sound::~Sound() { m_fadeTimer.stop(); }
@@ -58,31 +57,53 @@ bool Sound::forcePlayWithHandler(const SoundHandler &handler, float volume)
     if (!self)
         return false;
     const auto previous = std::exchange(m_playHandler, copy);
-    return m_player.play();
+    const bool started = m_player.play();
+    if (started)
+        Q_EMIT playingChanged();
+    return started;
 }
 
 float Sound::volume() const noexcept { return m_player.data() ? m_player.volume() : 0; }
 
 void Sound::setVolume(float volume)
 {
-    if (m_player.data())
-        m_player.setVolume(volume);
+    if (!m_player.data())
+        return;
+    const float before = m_player.volume();
+    m_player.setVolume(volume);
+    if (m_player.volume() != before)
+        Q_EMIT volumeChanged();
 }
 
 /// The handler is taken out before the call, so that one which a new play sets within it stays.
-void Sound::didFinishPlaying(SoundPlayer *, bool)
+void Sound::didFinishPlaying(SoundPlayer *sound, bool)
 {
     const auto held = weak_from_this().lock();
     const QPointer<Sound> self(this);
     std::exchange(m_playHandler, {})(this);
     if (self)
-        Q_EMIT playEnded();
-    if (!self)
-        return;
-    const QPointer<Sound> voiceOf = m_voiceOf;
-    leaveWhenIdle();
-    if (voiceOf)
-        Q_EMIT voiceOf->voiceEnded();
+        report(&Sound::playEnded, &SoundDepot::playEnded);
+    if (self && sound == &m_player && !isPlaying())
+        Q_EMIT playingChanged();
+    if (self)
+        endVoice();
+}
+
+/// Emits the sound's own signal and that of the depots that hold it.
+void Sound::report(void (Sound::*own)(), void (SoundDepot::*signal)(qint64))
+{
+    const auto depots = m_depots;
+    const qint64 id = m_soundId;
+    Q_EMIT(this->*own)();
+    for (const auto &depot : depots) {
+        if (depot)
+            Q_EMIT(depot->*signal)(id);
+    }
+}
+
+void Sound::leaveDepot(SoundDepot *depot)
+{
+    m_depots.removeIf([depot](const QPointer<SoundDepot> &held) { return !held || held == depot; });
 }
 
 } // namespace dravelin

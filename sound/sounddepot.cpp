@@ -22,14 +22,11 @@ void SoundDepot::addSound(const std::shared_ptr<Sound> &sound)
         logWarning(QStringLiteral("SoundDepot: no sound was given to be added"));
         return;
     }
-    const qint64 soundId = sound->soundId();
-    const auto replaced = std::exchange(m_sounds[quint32(soundId)], sound);
+    const auto replaced = std::exchange(m_sounds[quint32(sound->soundId())], sound);
     if (replaced)
-        disconnect(replaced.get(), nullptr, this, nullptr);
-    const auto reportPlay = [this, soundId] { Q_EMIT playEnded(soundId); };
-    connect(sound.get(), &Sound::playEnded, this, reportPlay);
-    connect(sound.get(), &Sound::voiceEnded, this, reportPlay);
-    connect(sound.get(), &Sound::fadeEnded, this, [this, soundId] { Q_EMIT fadeEnded(soundId); });
+        replaced->leaveDepot(this);
+    sound->leaveDepot(this); // it may have been added to this one before
+    sound->m_depots.append(this);
     sound->setMuted(m_muted);
 }
 

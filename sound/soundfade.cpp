@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: Dravelin contributors
 // SPDX-License-Identifier: MIT
 
-#include <dravelin/sound/sound.h>
+#include <dravelin/sound/sounddepot.h>
 
 #include <utility>
 
@@ -57,7 +57,7 @@ void Sound::endFade(const SoundHandler &handler)
     const QPointer<Sound> self(this);
     handler(this);
     if (self)
-        Q_EMIT fadeEnded();
+        report(&Sound::fadeEnded, &SoundDepot::fadeEnded);
 }
 
 } // namespace dravelin

@@ -3,7 +3,7 @@
 
 // What a sound hands on to its voices.
 
-#include <dravelin/sound/sound.h>
+#include <dravelin/sound/sounddepot.h>
 
 #include <utility>
 
@@ -28,6 +28,15 @@ void Sound::leaveWhenIdle()
         m_voiceOf->m_voices.removeIf([this](const std::shared_ptr<Sound> &voice) { return voice.get() == this; });
 }
 
+/// A voice that came to its end is reported by its sound as well.
+void Sound::endVoice()
+{
+    const QPointer<Sound> voiceOf = m_voiceOf;
+    leaveWhenIdle();
+    if (voiceOf)
+        voiceOf->report(&Sound::voiceEnded, &SoundDepot::playEnded);
+}
+
 /// \return false when a slot that was reached has destroyed this sound
 template <class Function>
 bool Sound::forEachVoice(Function function)
@@ -44,7 +53,10 @@ bool Sound::pause()
     const auto held = weak_from_this().lock();
     bool paused = false;
     const bool lives = forEachVoice([&](Sound &voice) { paused |= voice.pause(); });
-    return (lives && m_player.pause()) || paused;
+    if (!lives || !m_player.pause())
+        return paused;
+    Q_EMIT playingChanged();
+    return true;
 }
 
 bool Sound::resume()
@@ -54,7 +66,10 @@ bool Sound::resume()
     const auto held = weak_from_this().lock();
     bool resumed = false;
     const bool lives = forEachVoice([&](Sound &voice) { resumed |= voice.resume(); });
-    return (lives && m_player.resume()) || resumed;
+    if (!lives || !m_player.resume())
+        return resumed;
+    Q_EMIT playingChanged();
+    return true;
 }
 
 void Sound::stop()
@@ -68,7 +83,10 @@ void Sound::stopAlone()
 {
     const auto held = weak_from_this().lock();
     const QPointer<Sound> self(this);
+    const bool wasPlaying = isPlaying();
     m_player.stop();
+    if (wasPlaying)
+        Q_EMIT playingChanged();
     if (self)
         leaveWhenIdle();
 }

@@ -10,6 +10,18 @@
 
 namespace dravelin {
 
+class SoundPlayer;
+
+/// Is told of the end of a play, at less cost than a connection, of which each takes some hundred bytes.
+class DRAVELIN_EXPORT SoundPlayerDelegate
+{
+public:
+    virtual ~SoundPlayerDelegate();
+    /// As the signal SoundPlayer::didFinishPlaying(), and before it.
+    /// \operation{sound:didFinishPlaying:}
+    virtual void didFinishPlaying(SoundPlayer *sound, bool finished) = 0;
+};
+
 /// A sound that plays at most once at a time on the current SoundOutput.
 ///
 ///     dravelin::SoundPlayer player(dravelin::SoundData::load(path));
@@ -61,13 +73,16 @@ public:
     [[nodiscard]] double duration() const noexcept;
     /// Seconds that were played; 0 when neither playing nor paused.
     [[nodiscard]] double currentTime() const;
-    [[nodiscard]] std::shared_ptr<const SoundData> data() const { return m_data; }
+    [[nodiscard]] const std::shared_ptr<const SoundData> &data() const noexcept { return m_data; }
+
+    /// \param delegate not owned; null for none. It has to be taken back before it is destroyed.
+    /// \operation{setDelegate:}
+    void setDelegate(SoundPlayerDelegate *delegate) noexcept { m_delegate = delegate; }
 
 Q_SIGNALS:
     /// The end of a play, once per play(), from the event loop. Not after stop(). Slots may play the sound again and
     /// destroy the player.
     /// \param finished false when the samples could not be read to their end
-    /// \operation{sound:didFinishPlaying:}
     void didFinishPlaying(dravelin::SoundPlayer *sound, bool finished);
     void playingChanged();
     void volumeChanged();
@@ -77,6 +92,7 @@ private:
 
     std::shared_ptr<const SoundData> m_data;
     std::unique_ptr<SoundVoice> m_voice;
+    SoundPlayerDelegate *m_delegate = nullptr;
     float m_volume = 1;
     bool m_paused = false;
 };

@@ -14,6 +14,8 @@
 
 namespace dravelin {
 
+class SoundDepot;
+
 /// One sound of the application: a cue or an effect with an identifier, categories, a mute switch, a volume, and a fade
 /// in steps of 0.1 s.
 ///
@@ -31,7 +33,7 @@ namespace dravelin {
 /// does not cut the fade off.
 ///
 /// Use a sound on one thread, with an event loop.
-class DRAVELIN_EXPORT Sound : public Object
+class DRAVELIN_EXPORT Sound : public Object, public SoundPlayerDelegate
 {
     Q_OBJECT
     Q_PROPERTY(QString fileName READ fileName CONSTANT)
@@ -121,7 +123,7 @@ public:
 
     /// The end of a play, from the player.
     /// \operation{sound:didFinishPlaying:}
-    Q_INVOKABLE void didFinishPlaying(dravelin::SoundPlayer *sound, bool finished);
+    Q_INVOKABLE void didFinishPlaying(dravelin::SoundPlayer *sound, bool finished) override;
 
     /// Absent, whatever the sound was loaded from. See data() for the path.
     /// \operation{fileName}
@@ -133,7 +135,7 @@ public:
     /// \operation{duration}
     [[nodiscard]] double duration() const noexcept { return m_player.duration(); }
     /// Empty when there is nothing to play.
-    [[nodiscard]] std::shared_ptr<const SoundData> data() const { return m_player.data(); }
+    [[nodiscard]] const std::shared_ptr<const SoundData> &data() const noexcept { return m_player.data(); }
 
     /// False at first.
     /// \operation{muted}
@@ -154,6 +156,8 @@ Q_SIGNALS:
     void playingChanged();
 
 private:
+    friend class SoundDepot;
+
     template <class Function>
     bool forEachVoice(Function function);
     void leaveWhenIdle();
@@ -161,13 +165,17 @@ private:
     void fadeOutAlone(float seconds, const SoundHandler &handler);
     void startFade(float seconds, const SoundHandler &handler);
     void endFade(const SoundHandler &handler);
+    void endVoice();
+    void report(void (Sound::*own)(), void (SoundDepot::*signal)(qint64));
+    void leaveDepot(SoundDepot *depot);
 
     SoundPlayer m_player;
-    MutableTimer m_fadeTimer;
+    MutableTimer m_fadeTimer; ///< gets its target when a fade starts
     SoundHandler m_playHandler;
     SoundHandler m_fadeHandler;
     QList<std::shared_ptr<Sound>> m_voices;
-    QPointer<Sound> m_voiceOf; ///< the sound that keeps this voice
+    QList<QPointer<SoundDepot>> m_depots; ///< those that hold the sound
+    QPointer<Sound> m_voiceOf;            ///< the sound that keeps this voice
     qint64 m_soundId;
     quint64 m_category;
     float m_fadeRate = 0; ///< what a step takes off the volume
