@@ -47,7 +47,7 @@ private:
     std::span<const qint16> m_samples;
 };
 
-/// Reads samples that are in memory, and outlive it.
+/// Reads samples that outlive it.
 [[nodiscard]] std::unique_ptr<SoundReader> readerOf(std::span<const qint16> samples, int channels);
 
 template <typename Owner>

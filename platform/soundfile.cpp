@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <iterator>
 
 using namespace Qt::StringLiterals;
 
@@ -15,6 +16,7 @@ namespace {
 constexpr int MostChannels = 32;
 constexpr int HighestRate = 1'000'000;
 constexpr size_t BlockFrames = 2048;
+constexpr qint64 LeadIn = 16'384; ///< frames; two of the longest blocks of Vorbis, and more than MP3 looks back
 
 /// Not a matter of the library's own conversion: that leaves floats unscaled, or wraps what is beyond full scale.
 void convert(std::span<const float> in, std::span<qint16> out)
@@ -27,50 +29,36 @@ void convert(std::span<const float> in, std::span<qint16> out)
     }
 }
 
-Speaker speakerOf(int place)
-{
-    switch (place) {
-    case SF_CHANNEL_MAP_LEFT:
-    case SF_CHANNEL_MAP_FRONT_LEFT:
-        return Speaker::FrontLeft;
-    case SF_CHANNEL_MAP_RIGHT:
-    case SF_CHANNEL_MAP_FRONT_RIGHT:
-        return Speaker::FrontRight;
-    case SF_CHANNEL_MAP_MONO:
-    case SF_CHANNEL_MAP_CENTER:
-    case SF_CHANNEL_MAP_FRONT_CENTER:
-    case SF_CHANNEL_MAP_AMBISONIC_B_W:
-        return Speaker::FrontCenter;
-    case SF_CHANNEL_MAP_REAR_CENTER:
-        return Speaker::RearCenter;
-    case SF_CHANNEL_MAP_REAR_LEFT:
-        return Speaker::RearLeft;
-    case SF_CHANNEL_MAP_REAR_RIGHT:
-        return Speaker::RearRight;
-    case SF_CHANNEL_MAP_LFE:
-        return Speaker::LowFrequency;
-    case SF_CHANNEL_MAP_FRONT_LEFT_OF_CENTER:
-        return Speaker::FrontLeftOfCenter;
-    case SF_CHANNEL_MAP_FRONT_RIGHT_OF_CENTER:
-        return Speaker::FrontRightOfCenter;
-    case SF_CHANNEL_MAP_SIDE_LEFT:
-        return Speaker::SideLeft;
-    case SF_CHANNEL_MAP_SIDE_RIGHT:
-        return Speaker::SideRight;
-    case SF_CHANNEL_MAP_TOP_FRONT_LEFT:
-    case SF_CHANNEL_MAP_TOP_REAR_LEFT:
-        return Speaker::TopLeft;
-    case SF_CHANNEL_MAP_TOP_FRONT_RIGHT:
-    case SF_CHANNEL_MAP_TOP_REAR_RIGHT:
-        return Speaker::TopRight;
-    case SF_CHANNEL_MAP_TOP_CENTER:
-    case SF_CHANNEL_MAP_TOP_FRONT_CENTER:
-    case SF_CHANNEL_MAP_TOP_REAR_CENTER:
-        return Speaker::TopCenter;
-    default:
-        return Speaker::None;
-    }
-}
+/// By the decoder's numbers for the places of channels.
+constexpr Speaker Places[] = {
+    Speaker::None,
+    Speaker::FrontCenter,
+    Speaker::FrontLeft,
+    Speaker::FrontRight,
+    Speaker::FrontCenter,
+    Speaker::FrontLeft,
+    Speaker::FrontRight,
+    Speaker::FrontCenter,
+    Speaker::RearCenter,
+    Speaker::RearLeft,
+    Speaker::RearRight,
+    Speaker::LowFrequency,
+    Speaker::FrontLeftOfCenter,
+    Speaker::FrontRightOfCenter,
+    Speaker::SideLeft,
+    Speaker::SideRight,
+    Speaker::TopCenter,
+    Speaker::TopLeft,
+    Speaker::TopRight,
+    Speaker::TopCenter,
+    Speaker::TopLeft,
+    Speaker::TopRight,
+    Speaker::TopCenter,
+    Speaker::FrontCenter,
+};
+static_assert(std::size(Places) == SF_CHANNEL_MAP_AMBISONIC_B_W + 1); // of the others nothing is left in two channels
+
+Speaker speakerOf(int place) { return place >= 0 && place < int(std::size(Places)) ? Places[place] : Speaker::None; }
 
 } // namespace
 
@@ -157,7 +145,7 @@ std::vector<Speaker> SoundFile::speakers() const
 {
     std::vector<int> places(size_t(m_info.channels));
     const int bytes = int(places.size() * sizeof(int));
-    std::vector<Speaker> speakers(places.size());
+    std::vector<Speaker> speakers(places.size(), Speaker::None);
     if (sf_command(m_decoder, SFC_GET_CHANNEL_MAP_INFO, places.data(), bytes) == SF_TRUE)
         std::ranges::transform(places, speakers.begin(), speakerOf);
     const bool isKnown = std::ranges::any_of(speakers, [](Speaker speaker) { return speaker != Speaker::None; });
@@ -183,7 +171,15 @@ bool SoundFile::isDecodedToFloats() const
     }
 }
 
-bool SoundFile::seek(qint64 frame) { return sf_seek(m_decoder, frame, SEEK_SET) == frame; }
+/// What comes right after a seek is wrong in Vorbis and MP3, which decode with what came before.
+bool SoundFile::seek(qint64 frame)
+{
+    const qint64 first = m_block.empty() ? frame : std::max<qint64>(frame - LeadIn, 0);
+    if (sf_seek(m_decoder, first, SEEK_SET) != first)
+        return false;
+    std::vector<qint16> leadIn(size_t(frame - first) * size_t(channels()));
+    return read(leadIn) == frame - first;
+}
 
 qint64 SoundFile::read(std::span<qint16> samples)
 {

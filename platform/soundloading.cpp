@@ -51,8 +51,8 @@ void reportCut(const QString &path, const SoundFile &file, qint64 frames)
 {
     if (frames < file.frames() || isCutOff(file.input())) {
         const QString error = file.error();
-        reportSound(path, u"it is cut off, only the %1 frames that are there are used%2"_s.arg(frames).arg(
-                              error.isNull() ? QString() : u": "_s + error));
+        const QString cause = error.isNull() ? QString() : u": "_s + error;
+        reportSound(path, u"it is cut off, only the %1 frames that are there are used%2"_s.arg(frames).arg(cause));
     }
 }
 
@@ -61,7 +61,7 @@ std::shared_ptr<const SoundData> loadIntoMemory(const QString &path, SoundFile &
     SampleBuffer buffer = decode(file);
     const std::span<const qint16> samples = buffer.all();
     if (samples.empty() && file.frames() > 0) {
-        reportSound(path, u"none of it can be decoded: "_s + file.error());
+        reportSound(path, file.error().isNull() ? u"nothing in it can be decoded"_s : file.error());
         return nullptr;
     }
     reportCut(path, file, qint64(samples.size()) / file.channels());

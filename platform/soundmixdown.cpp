@@ -4,6 +4,7 @@
 #include <platform/soundmixdown.h>
 
 #include <algorithm>
+#include <iterator>
 
 namespace dravelin::detail {
 

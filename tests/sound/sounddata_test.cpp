@@ -62,8 +62,8 @@ double level(const SoundData &data, int channel, double frequency)
     const qint64 first = data.frames() / 4;
     const qint64 last = first + data.sampleRate() / 10; // whole periods of all the tones
     for (qint64 i = first; i < last; ++i)
-        sum += double(data.samples()[size_t(i * data.channels() + channel)]) *
-               std::polar(1.0, -2 * std::numbers::pi * frequency * double(i) / data.sampleRate());
+        sum += double(data.samples()[size_t(i * data.channels() + channel)])
+               * std::polar(1.0, -2 * std::numbers::pi * frequency * double(i) / data.sampleRate());
     return 2 * std::abs(sum) / double(last - first) / 32768;
 }
 
@@ -92,7 +92,7 @@ const Format Formats[] = {
     {"wav24", SF_FORMAT_WAVEX | SF_FORMAT_PCM_24, {48000}, 0.0005},
     {"wavfloat", SF_FORMAT_WAV | SF_FORMAT_FLOAT, {48000}, 0.0005},
     {"wavdouble", SF_FORMAT_WAV | SF_FORMAT_DOUBLE, {22050}, 0.0005},
-    {"wavadpcm", SF_FORMAT_WAV | SF_FORMAT_IMA_ADPCM, {22050}, 0.03, 2, 1100},
+    {"wavadpcm", SF_FORMAT_WAV | SF_FORMAT_IMA_ADPCM, {22050}, 0.03, 2, 2050},
     {"aiff", SF_FORMAT_AIFF | SF_FORMAT_PCM_16, {44100}, 0.0005},
     {"au", SF_FORMAT_AU | SF_FORMAT_ULAW, {8000}, 0.02},
     {"flac", SF_FORMAT_FLAC | SF_FORMAT_PCM_16, {8000, 44100, 96000}, 0.0005},
@@ -192,8 +192,8 @@ TEST_F(SoundDataTest, SaysWhyAFileCannotBeUsed)
     write(u"picture.wav"_s, QByteArray::fromHex("89504e470d0a1a0a0000000d49484452"));
     write(u"raw.vox"_s, QByteArray(4000, '\x5a'));
     write(u"header.wav"_s, bytesOf(wav(u"whole.wav"_s)).first(20));
-    const QStringList names{u"absent.wav"_s, u"folder"_s, u"pipe.wav"_s,   u"empty.wav"_s, u"text.ogg"_s,
-                            u"picture.wav"_s, u"raw.vox"_s, u"header.wav"_s};
+    const QStringList names{u"absent.wav"_s, u"folder"_s,      u"pipe.wav"_s, u"empty.wav"_s,
+                            u"text.ogg"_s,   u"picture.wav"_s, u"raw.vox"_s,  u"header.wav"_s};
     for (const QString &name : names) {
         EXPECT_FALSE(SoundData::load(path(name))) << name.toStdString();
         const QStringList lines = log.take();
@@ -215,10 +215,10 @@ TEST_F(SoundDataTest, UsesWhatIsThereOfAFileThatIsCutOff)
         const QString whole = path(u"whole"_s);
         writeTones(whole, format.format, format.rates.back(), {0.5F, 0.5F}, 2);
         const QByteArray bytes = bytesOf(whole);
-        const auto data = SoundData::load(write(u"cut"_s, bytes.first(bytes.size() * 3 / 5)));
+        const auto data = SoundData::load(write(u"cut"_s, bytes.first(bytes.size() * 9 / 10)));
         ASSERT_TRUE(data);
-        EXPECT_GT(data->duration(), 0.6);
-        EXPECT_LT(data->duration(), 1.6);
+        EXPECT_GT(data->duration(), 1);
+        EXPECT_LT(data->duration(), 1.9);
         EXPECT_EQ(log.take().size(), 1);
     }
 }
@@ -294,9 +294,10 @@ TEST_F(SoundDataTest, StreamsWhatIsTooLongForMemory)
                 difference = std::max(difference, std::abs(double(block[i]) - all[size_t(2 * frame) + i]));
             EXPECT_LE(difference, format.tolerance * 3000) << "from frame " << frame;
         }
-        EXPECT_EQ(data->peaks(20).size(), 20);
+        const QList<float> peaks = data->peaks(20);
+        const QList<float> expected = whole->peaks(20);
         for (qsizetype i = 0; i < 20; ++i)
-            EXPECT_NEAR(data->peaks(20)[i], whole->peaks(20)[i], 0.01);
+            EXPECT_NEAR(peaks[i], expected[i], 0.01);
 
         EXPECT_EQ(log.take(), QStringList());
         QFile::remove(file);

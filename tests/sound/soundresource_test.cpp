@@ -62,9 +62,9 @@ protected:
 TEST_F(SoundResourceTest, FindsTheApplicationsOwn)
 {
     write({u"home/Dravelin/tests/sounds/bell.wav"_s, u"home/Dravelin/tests/sounds/bell.mp3"_s,
-           u"home/Dravelin/tests/bell.wav"_s, u"home/Dravelin/tests/plain.flac"_s, u"home/Dravelin/tests/sounds/a.b.ogg"_s,
-           u"home/Dravelin/tests/sounds/pads/kick.opus"_s, u"system/Dravelin/tests/sounds/bell.wav"_s,
-           u"system/sounds/bell.oga"_s, u"home/secret.wav"_s});
+           u"home/Dravelin/tests/bell.wav"_s, u"home/Dravelin/tests/plain.flac"_s,
+           u"home/Dravelin/tests/sounds/a.b.ogg"_s, u"home/Dravelin/tests/sounds/pads/kick.opus"_s,
+           u"system/Dravelin/tests/sounds/bell.wav"_s, u"system/sounds/bell.oga"_s, u"home/secret.wav"_s});
     const QString absolute = folder.filePath(u"home/Dravelin/tests/plain"_s);
     const struct
     {
@@ -97,7 +97,8 @@ TEST_F(SoundResourceTest, FindsTheApplicationsOwn)
 
 TEST_F(SoundResourceTest, FollowsTheThemesRules)
 {
-    const QByteArray stereo = "Directories=stereo,surround\n[stereo]\nOutputProfile=stereo\n[surround]\nOutputProfile=5.1\n";
+    const QByteArray stereo =
+        "Directories=stereo,surround\n[stereo]\nOutputProfile=stereo\n[surround]\nOutputProfile=5.1\n";
     write({u"system/sounds/ocean/index.theme"_s}, "[Sound Theme]\nName=Ocean\nInherits=lake,pond\n" + stereo);
     write({u"system/sounds/lake/index.theme"_s}, "[Sound Theme]\nInherits=ocean\n" + stereo);
     write({u"system/sounds/freedesktop/index.theme"_s}, "[Sound Theme]\n" + stereo);
@@ -123,7 +124,8 @@ TEST_F(SoundResourceTest, FollowsTheThemesRules)
         {u"bell.wav"_s, {}, {}},
         {u"whale"_s, {}, {}},
         {u"quiet"_s, {}, {}},
-        {u"loose"_s, u"system/sounds/freedesktop/stereo/C/loose.oga"_s, u"system/sounds/freedesktop/stereo/C/loose.oga"_s},
+        {u"loose"_s, u"system/sounds/freedesktop/stereo/C/loose.oga"_s,
+         u"system/sounds/freedesktop/stereo/C/loose.oga"_s},
     };
     for (const auto &row : rows) {
         Bundle::mainBundle().setObject(u"ocean"_s, u"SoundTheme"_s);
@@ -137,9 +139,10 @@ TEST_F(SoundResourceTest, LoadsWhatItFindsInQtResources)
 {
     const QString path = Bundle::mainBundle().pathForSoundResource(u"tone"_s);
     EXPECT_EQ(path, u":/sounds/tone.wav"_s);
+    EXPECT_NE(QResource(path).compressionAlgorithm(), QResource::NoCompression);
     const auto data = SoundData::load(path);
     ASSERT_TRUE(data);
-    EXPECT_EQ(data->duration(), 0.25);
+    EXPECT_EQ(data->duration(), 100.0 / 8000);
     EXPECT_EQ(SoundData::load(path), data);
     EXPECT_EQ(Bundle::mainBundle().pathForSoundResource(u":/sounds/tone"_s), path);
 }
