@@ -24,8 +24,6 @@ constexpr qint64 count(std::chrono::nanoseconds time) { return time.count(); }
 
 constexpr qint64 restAfter = count(1s);
 constexpr qint64 betweenAttempts = count(2s);
-/// How soon a device that went away is noticed.
-constexpr qint64 longestWait = count(100ms);
 
 qint64 readClock() { return count(std::chrono::steady_clock::now().time_since_epoch()); }
 
@@ -293,7 +291,7 @@ qint64 OpenAlEngine::nextDue(qint64 now) const
         return now;
     if (!isPlaying())
         return m_device->isRunning() && !m_device->isSilent() ? std::max(now, m_idleSince + restAfter) : never;
-    qint64 due = m_device->isSilent() ? never : now + longestWait;
+    qint64 due = never;
     for (const Play &play : m_plays) {
         if (!play->isPaused())
             due = std::min(due, play->due());

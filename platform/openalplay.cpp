@@ -16,6 +16,8 @@ constexpr double mostAhead = 2;
 constexpr int blocksPerSecond = 4;
 /// The device plays on in steps of some 20 ms; its end is looked for at this distance.
 constexpr qint64 step = 3'000'000;
+/// How soon it is noticed that a device went away; and how old the position may be that is then gone on from.
+constexpr qint64 longestWait = 100'000'000;
 constexpr qint64 nanoseconds = 1'000'000'000;
 
 /// Writes each of the first half of the samples twice.
@@ -247,6 +249,8 @@ void OpenAlPlay::setDue()
     qint64 wait = toTime(m_end - m_frame);
     if (m_next < m_end)
         wait = std::min(wait, toTime(m_next - m_frame) - qint64(leastAhead * nanoseconds));
+    if (!m_device->isSilent())
+        wait = std::min(wait, longestWait);
     m_due = m_time + std::max(wait, step);
 }
 

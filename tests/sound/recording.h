@@ -29,7 +29,10 @@ public:
         std::memcpy(m_samples.data(), wave.constData() + data + 8, m_samples.size() * 2);
     }
 
-    [[nodiscard]] double at(size_t frame, int channel) const { return m_samples[2 * frame + size_t(channel)] / 32768.0; }
+    [[nodiscard]] double at(size_t frame, int channel) const
+    {
+        return m_samples[2 * frame + size_t(channel)] / 32768.0;
+    }
     [[nodiscard]] size_t frames() const { return m_samples.size() / 2; }
     [[nodiscard]] bool isLoud(size_t frame) const
     {
@@ -79,7 +82,8 @@ public:
         QFile file(path("config"));
         if (file.open(QIODevice::WriteOnly))
             file.write("[general]\ndrivers=wave\nsample-type=int16\nchannels=stereo\nfrequency=44100\nperiod_size=512\n"
-                       "[wave]\nfile=" + path("wave").toUtf8() + '\n');
+                       "[wave]\nfile="
+                       + path("wave").toUtf8() + '\n');
         file.close();
         qputenv("ALSOFT_CONF", path("config").toUtf8());
         qputenv("ALSOFT_DRIVERS", "wave");
@@ -105,8 +109,8 @@ private:
 };
 
 /// A sine of full amplitude, that rises from `start` to 1 over its length.
-inline std::shared_ptr<const dravelin::SoundData> sine(double frequency, double seconds, int channels = 2, int rate = 44100,
-                                                       double start = 1)
+inline std::shared_ptr<const dravelin::SoundData> sine(double frequency, double seconds, int channels = 2,
+                                                       int rate = 44100, double start = 1)
 {
     std::vector<qint16> samples(size_t(std::lround(seconds * rate)) * size_t(channels));
     for (size_t i = 0; i < samples.size(); ++i) {

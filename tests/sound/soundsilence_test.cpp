@@ -67,7 +67,7 @@ private:
 TEST_F(SilenceTest, KeepsTheTime)
 {
     LogRecorder log;
-    for (const double seconds : {0.0, 0.05, 0.4, 3.0}) {
+    for (const double seconds : {0.0, 0.06, 0.4, 3.0}) {
         QElapsedTimer time;
         int ended = 0;
         time.start();
@@ -90,7 +90,7 @@ TEST_F(SilenceTest, EndsEachOfAThousandPlaysOnce)
 {
     LogRecorder log;
     const auto shortSound = sine(500, 0.02);
-    const auto longSound = sine(500, 1000);
+    const auto longSound = sine(500, 30);
     for (int i = 0; i < 1000; ++i)
         voices.push_back(output->start(shortSound, 1, count()));
     EXPECT_TRUE(waitFor([&] { return good == 1000; }));
@@ -141,8 +141,8 @@ TEST_F(SilenceTest, LetsAnEndDoWhatItLikes)
 TEST_F(SilenceTest, LeavesTheApplicationsContextAlone)
 {
     ALCdevice *device = alcLoopbackOpenDeviceSOFT(nullptr);
-    const ALCint attributes[] = {ALC_FORMAT_CHANNELS_SOFT, ALC_STEREO_SOFT, ALC_FORMAT_TYPE_SOFT, ALC_SHORT_SOFT,
-                                 ALC_FREQUENCY, 44100, 0};
+    const ALCint attributes[] = {
+        ALC_FORMAT_CHANNELS_SOFT, ALC_STEREO_SOFT, ALC_FORMAT_TYPE_SOFT, ALC_SHORT_SOFT, ALC_FREQUENCY, 44100, 0};
     ALCcontext *context = alcCreateContext(device, attributes);
     alcSetThreadContext(context);
     voices.push_back(output->start(sine(500, 0.05), 1, count()));
