@@ -9,6 +9,7 @@
 #include "diagnostics/crash.h"
 #include "page.h"
 #include "preferences/child.h"
+#include "sound/recording.h"
 #include "tour.h"
 #include "window.h"
 
@@ -27,13 +28,14 @@ void nameApplication()
     QCoreApplication::setApplicationVersion(QLatin1String(DRAVELIN_VERSION));
 }
 
-/// The tour works on settings of its own, which its child processes share.
+/// The tour works on settings of its own, which its child processes share, and what it plays goes to a file.
 int runTour(const QString &path)
 {
     Tour tour{QDir(path)};
     QDir config(tour.folder().absoluteFilePath(u"config"_s));
     config.removeRecursively();
     qputenv("XDG_CONFIG_HOME", QFile::encodeName(config.path()));
+    recordSounds(tour.folder());
     Window window;
     static_cast<QWidget &>(window).show();
     const QList<Page *> pages = window.pages();

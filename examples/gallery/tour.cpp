@@ -50,6 +50,12 @@ void Tour::text(const QString &name, const QString &content)
         m_files << fileName;
 }
 
+void Tour::file(const QString &name)
+{
+    if (expect(m_folder.exists(name), u"file "_s + name))
+        m_files << name;
+}
+
 int Tour::summarise() const
 {
     QTextStream out(stdout);

@@ -30,6 +30,8 @@ public:
 
     void picture(QWidget *widget, const QString &name);
     void text(const QString &name, const QString &content);
+    /// Counts a file that is in the folder already; fails the tour when it is not.
+    void file(const QString &name);
 
     /// Prints what was done and written.
     /// \return the exit code: 0 when all expectations held
