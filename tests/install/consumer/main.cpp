@@ -15,6 +15,7 @@
 #include <cstdlib>
 #include <memory>
 #include <numeric>
+#include <vector>
 
 namespace {
 
@@ -279,6 +280,21 @@ void zlibComesAlong()
 
 } // namespace
 
+void soundsArePlayed()
+{
+    dravelin::SoundDepot depot;
+    const auto silence = dravelin::SoundData::fromSamples(std::vector<qint16>(80), 1, 8000);
+    depot.addSound(std::make_shared<dravelin::Sound>(silence, 7, 0b01));
+    check(!depot.playSound(7), "no category is on at first");
+    depot.setCurrentCategory(0b11);
+    bool ended = false;
+    check(depot.playSound(7, [&] { ended = true; }), "a sound starts");
+    while (!ended)
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    check(!depot.getSound(7)->isPlaying(), "a sound ends");
+    depot.fadeOutAllSounds(1.5f, {});
+}
+
 int main(int argc, char **argv)
 {
     const QCoreApplication application(argc, argv);
@@ -294,6 +310,7 @@ int main(int argc, char **argv)
     objectsAreArchived();
     numbersAreSorted();
     picturesAreFiltered();
+    soundsArePlayed();
     exceptionsCrossTheLibrary();
     zlibComesAlong();
     std::puts("Dravelin " DRAVELIN_VERSION ": the consumer works");
