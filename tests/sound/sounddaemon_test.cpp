@@ -91,6 +91,7 @@ TEST_F(SoundDaemonTest, MayDieAndComeBack)
     paused->pause();
     EXPECT_FALSE(output->deviceName().isNull());
     EXPECT_TRUE(hears(0.5));
+    EXPECT_TRUE(waitFor([&] { return voice->position() > 1; }));
 
     const auto lag = [&] { return double(time.elapsed()) / 1000 - voice->position(); };
     const double usualLag = lag();

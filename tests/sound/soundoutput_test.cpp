@@ -136,7 +136,7 @@ TEST_F(SoundOutputTest, OutlastsAnEventLoopThatIsHeldUp)
     const auto voice = play(sine(500, 1.5, 1));
     QElapsedTimer heldUp;
     heldUp.start();
-    while (heldUp.elapsed() < 900)
+    while (heldUp.elapsed() < 700)
         std::this_thread::yield();
     ASSERT_TRUE(waitForEnds(1));
     const auto parts = finish().stretches();

@@ -29,9 +29,11 @@ public:
 ///
 /// The default one plays through OpenAL on the system's device. Without a device, and when the device goes away, it
 /// goes on in silence: positions advance and ends are reported as if it were heard. A play that starts then looks for a
-/// device again. A second after the last play, the device is paused, so that silence costs nothing.
+/// device again, two seconds after the last attempt at the earliest. OpenAL chooses its kind of device (a sound daemon, a
+/// sound card) once in a process: what was not there then is not found later. A second after the last play, the device is
+/// paused, so that silence costs nothing. It takes 1024 voices at once, paused ones included.
 ///
-/// For one thread with an event loop: that of the first play.
+/// For one thread with an event loop: that of the first play. Others are refused, with a line in the log.
 class DRAVELIN_EXPORT SoundOutput
 {
 public:
@@ -41,9 +43,12 @@ public:
     virtual ~SoundOutput();
 
     /// Starts to play from the beginning.
+    /// \param volume as for SoundVoice::setVolume(); the default output takes values outside as the nearer bound, what is
+    /// no number as 0
     /// \param ended called once from the event loop, never from within start(), when all was played; it may destroy the
     /// voice
-    /// \return empty when the output takes no further voice
+    /// \return empty when the output takes no further voice, and without data
+    /// \cost copies the first second of samples; the first play opens the device, which takes milliseconds
     [[nodiscard]] virtual std::unique_ptr<SoundVoice> start(std::shared_ptr<const SoundData> data, float volume,
                                                             Ended ended) = 0;
 
