@@ -22,8 +22,8 @@ struct SoundMark
 /// Lets the process record what would be heard. Call it before the first sound.
 void recordSounds(const QDir &folder);
 
-/// The clock of a recorded session: a sound that goes on without being heard, but for a click at its start, by which its
-/// time is found in the recording.
+/// The clock of a recorded session: a sound that goes on without being heard, but for a click at its start, by which
+/// its time is found in the recording.
 class SoundClock
 {
 public:

@@ -38,6 +38,7 @@ SoundPage::SoundPage() : m_depot(std::make_unique<dravelin::SoundDepot>())
     connect(m_board, &SoundBoard::walkedTo, scroll, [scroll](QWidget *pad) { scroll->ensureWidgetVisible(pad); });
     left->addWidget(scroll, 1);
     m_device = new QLabel(tr("Nothing was played yet."));
+    m_device->setContentsMargins(3, 0, 3, 0);
     left->addWidget(m_device);
     layout->addLayout(left, 1);
     layout->addWidget(makeControls());

@@ -24,8 +24,8 @@ class QSlider;
 class SoundBoard;
 class SoundPad;
 
-/// A board with the sounds of a folder: plays, overlapping plays, categories, volume, mute, fades, and what is called at
-/// their ends.
+/// A board with the sounds of a folder: plays, overlapping plays, categories, volume, mute, fades, and what is called
+/// at their ends.
 class SoundPage : public Page
 {
     Q_OBJECT
