@@ -46,7 +46,8 @@ public:
 class DRAVELIN_EXPORT VerticalStackView : public QWidget
 {
     Q_OBJECT
-    Q_PROPERTY(float itemSpacing READ itemSpacing WRITE setItemSpacing NOTIFY itemSpacingChanged)
+    // Neither Qt Designer nor QUiLoader handles properties of type float.
+    Q_PROPERTY(double itemSpacing READ itemSpacing WRITE setItemSpacing NOTIFY itemSpacingChanged)
     Q_PROPERTY(bool sizeToFit READ sizeToFit WRITE setSizeToFit NOTIFY sizeToFitChanged)
     Q_PROPERTY(int alignment READ alignment WRITE setAlignment NOTIFY alignmentChanged)
 
