@@ -56,7 +56,7 @@ void VerticalStackView::arrangeViews()
     // What is called when a child moves or the view is resized may add and delete children, call this again or delete
     // the view.
     const QPointer<VerticalStackView> self(this);
-    const auto arranged = qScopeGuard([self, previous = std::exchange(m_arranged, nullptr)] {
+    const auto arranged = qScopeGuard([self, previous = std::exchange(m_arranged, {})] {
         if (self)
             self->m_arranged = previous;
     });
@@ -64,7 +64,7 @@ void VerticalStackView::arrangeViews()
     if (!self)
         return;
     const Children children = childViews();
-    m_arranged = &children;
+    m_arranged = children;
     const float gap = m_sizeToFit ? m_itemSpacing : calculateItemSpacing();
     float origin = 0;
     for (qsizetype i = 0; self && i < children.size(); ++i) {

@@ -10,6 +10,8 @@
 #include <QtCore/QPointer>
 #include <QtWidgets/QWidget>
 
+#include <optional>
+
 namespace dravelin {
 
 /// A view whose vertical axis runs downwards, as that of every widget does: a plain container.
@@ -130,7 +132,7 @@ private:
     [[nodiscard]] QWidget *childView(qsizetype index) const;
     [[nodiscard]] float sumOfHeights() const;
 
-    const Children *m_arranged = nullptr; ///< the children while they are arranged
+    std::optional<Children> m_arranged; ///< the children while they are arranged
     float m_itemSpacing = 8;
     int m_alignment = 0;
     bool m_sizeToFit = true;
