@@ -15,6 +15,21 @@ using namespace Qt::StringLiterals;
 
 namespace dravelin {
 
+namespace {
+
+QWidgetList viewsIn(const QWidget *view)
+{
+    QWidgetList views;
+    views.reserve(view->children().size());
+    for (QObject *child : view->children()) {
+        if (child->isWidgetType() && !static_cast<QWidget *>(child)->isWindow())
+            views << static_cast<QWidget *>(child);
+    }
+    return views;
+}
+
+} // namespace
+
 VerticalStackView::VerticalStackView(QWidget *parent) : QWidget(parent) {}
 
 void VerticalStackView::setItemSpacing(float itemSpacing)
@@ -86,13 +101,14 @@ float VerticalStackView::calculateContentHeight() const
 {
     if (!m_sizeToFit)
         return float(frame(this).height());
-    return sumOfHeights() + m_itemSpacing * float(childViews().size() - 1);
+    return sumOfHeights() + m_itemSpacing * float(viewsIn(this).size() - 1);
 }
 
 float VerticalStackView::findWidestViewWidth() const
 {
     float widest = 0;
-    for (const auto &child : childViews()) {
+    const QWidgetList views = viewsIn(this);
+    for (const QWidget *child : views) {
         if (const double width = frame(child).width(); width > double(widest))
             widest = float(width);
     }
@@ -101,7 +117,7 @@ float VerticalStackView::findWidestViewWidth() const
 
 float VerticalStackView::calculateItemSpacing() const
 {
-    const auto count = double(childViews().size());
+    const auto count = double(viewsIn(this).size());
     return count > 0 ? float((frame(this).height() - double(sumOfHeights())) / count) : 0;
 }
 
@@ -144,19 +160,16 @@ VerticalStackView::Children VerticalStackView::childViews() const
 {
     if (m_arranged)
         return *m_arranged;
-    Children views;
-    for (QObject *child : children()) {
-        if (auto *widget = qobject_cast<QWidget *>(child); widget && !widget->isWindow())
-            views << widget;
-    }
-    return views;
+    const QWidgetList views = viewsIn(this);
+    return {views.cbegin(), views.cend()};
 }
 
 /// In single precision after each addition.
 float VerticalStackView::sumOfHeights() const
 {
     float sum = 0;
-    for (const auto &child : childViews())
+    const QWidgetList views = viewsIn(this);
+    for (const QWidget *child : views)
         sum = float(double(sum) + frame(child).height());
     return sum;
 }

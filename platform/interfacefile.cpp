@@ -13,7 +13,6 @@
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QWidget>
 
-#include <ranges>
 #include <utility>
 #include <vector>
 
@@ -49,8 +48,8 @@ public:
     /// A widget is created after its parent.
     void tellLoaded()
     {
-        for (const auto &[widget, loaded] : std::exchange(m_toTell, {}) | std::views::reverse) {
-            if (widget)
+        for (auto entry = m_toTell.crbegin(); entry != m_toTell.crend(); ++entry) {
+            if (const auto &[widget, loaded] = *entry; widget)
                 loaded(widget);
         }
     }

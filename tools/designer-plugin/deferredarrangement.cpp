@@ -3,7 +3,6 @@
 
 #include "deferredarrangement.h"
 
-#include <ranges>
 #include <utility>
 
 void DeferredArrangement::add(dravelin::VerticalStackView *view)
@@ -15,8 +14,9 @@ void DeferredArrangement::add(dravelin::VerticalStackView *view)
 
 void DeferredArrangement::arrange()
 {
-    for (const auto &view : std::exchange(m_views, {}) | std::views::reverse) {
-        if (view)
-            view->arrangeViews();
+    const auto views = std::exchange(m_views, {});
+    for (auto view = views.crbegin(); view != views.crend(); ++view) {
+        if (*view)
+            (*view)->arrangeViews();
     }
 }
