@@ -8,7 +8,6 @@
 #include <support/printers.h>
 
 #include <QtCore/QFileInfo>
-#include <QtCore/QPluginLoader>
 #include <QtCore/QTemporaryDir>
 #include <QtTest/QSignalSpy>
 #include <QtTest/QTest>

@@ -58,6 +58,7 @@ public:
     explicit VerticalStackView(QWidget *parent = nullptr);
 
     /// The gap between consecutive children in pixels when sizeToFit is on, 8 by default. May be negative.
+    /// As a property it is a double, which is rounded to single precision.
     [[nodiscard]] float itemSpacing() const noexcept { return m_itemSpacing; }
     void setItemSpacing(float itemSpacing);
     /// Whether the view resizes itself to its content, with itemSpacing as the gap; otherwise it keeps its size and computes
