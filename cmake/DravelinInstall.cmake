@@ -1,7 +1,8 @@
 # SPDX-FileCopyrightText: Dravelin contributors
 # SPDX-License-Identifier: MIT
 
-# Two components: Runtime, the library that applications load, and Development, what compiling against it takes.
+# Two components: Runtime, the library that applications load, and Development, what compiling against it takes. A third,
+# Designer, is the plugin of tools/designer-plugin.
 
 include(GNUInstallDirs)
 include(CMakePackageConfigHelpers)

@@ -4,10 +4,10 @@
 #include <dravelin/diagnostics/consolewindow.h>
 
 #include <dravelin/diagnostics/console.h>
+#include <dravelin/platform/interfacefile.h>
 #include <dravelin/platform/log.h>
 
 #include "diagnostics/consolefeed.h"
-#include "platform/interfacefile.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QFileInfo>

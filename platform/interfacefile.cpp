@@ -1,15 +1,20 @@
 // SPDX-FileCopyrightText: Dravelin contributors
 // SPDX-License-Identifier: MIT
 
-#include "platform/interfacefile.h"
+#include <dravelin/platform/interfacefile.h>
 
 #include <dravelin/platform/bundle.h>
 #include <dravelin/platform/log.h>
 
 #include <QtCore/QFile>
+#include <QtCore/QHash>
+#include <QtCore/QPointer>
 #include <QtUiTools/QUiLoader>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QWidget>
+
+#include <utility>
+#include <vector>
 
 using namespace Qt::StringLiterals;
 
@@ -17,7 +22,14 @@ namespace dravelin {
 
 namespace {
 
-/// QUiLoader leaves out a widget of an unknown class, and everything inside it, without a word.
+QHash<QString, InterfaceClass> &interfaceClasses()
+{
+    static QHash<QString, InterfaceClass> classes;
+    return classes;
+}
+
+/// QUiLoader leaves out a widget of an unknown class, and everything inside it, without a word; and it tells no widget
+/// that it is done.
 class Loader : public QUiLoader
 {
 public:
@@ -25,14 +37,35 @@ public:
 
     QWidget *createWidget(const QString &className, QWidget *parent, const QString &name) override
     {
+        if (const auto known = interfaceClasses().constFind(className); known != interfaceClasses().cend())
+            return createRegistered(*known, parent, name);
         QWidget *widget = QUiLoader::createWidget(className, parent, name);
         if (!widget)
             logWarning(u"Interface file %1: no widget \"%2\", its class %3 is unknown"_s.arg(m_path, name, className));
         return widget;
     }
 
+    /// A widget is created after its parent.
+    void tellLoaded()
+    {
+        for (auto entry = m_toTell.crbegin(); entry != m_toTell.crend(); ++entry) {
+            if (const auto &[widget, loaded] = *entry; widget)
+                loaded(widget);
+        }
+    }
+
 private:
+    QWidget *createRegistered(const InterfaceClass &interfaceClass, QWidget *parent, const QString &name)
+    {
+        QWidget *widget = interfaceClass.create(parent);
+        widget->setObjectName(name);
+        if (interfaceClass.loaded)
+            m_toTell.emplace_back(widget, interfaceClass.loaded);
+        return widget;
+    }
+
     QString m_path;
+    std::vector<std::pair<QPointer<QWidget>, std::function<void(QWidget *)>>> m_toTell;
 };
 
 std::unique_ptr<QWidget> load(const QString &path)
@@ -46,6 +79,7 @@ std::unique_ptr<QWidget> load(const QString &path)
     std::unique_ptr<QWidget> widget(loader.load(&file));
     if (!widget)
         logWarning(u"Interface file %1: %2"_s.arg(path, loader.errorString()));
+    loader.tellLoaded();
     return widget;
 }
 
@@ -57,11 +91,18 @@ std::unique_ptr<QWidget> loadInterfaceFile(const QString &name)
         logWarning(u"Interface file %1: no window without a QApplication"_s.arg(name));
         return nullptr;
     }
+    if (name.endsWith(u".ui"_s))
+        return load(name);
     if (const QString path = Bundle::mainBundle().pathForResource(name, u"ui"_s); !path.isEmpty()) {
         if (auto widget = load(path))
             return widget;
     }
     return load(u":/dravelin/%1.ui"_s.arg(name));
+}
+
+void registerInterfaceClass(const QString &name, const InterfaceClass &interfaceClass)
+{
+    interfaceClasses().insert(name, interfaceClass);
 }
 
 } // namespace dravelin

@@ -10,6 +10,7 @@
 #include "photo/photopage.h"
 #include "preferences/preferencespage.h"
 #include "sound/soundpage.h"
+#include "stack/stackpage.h"
 #include "undo/undopage.h"
 
 #include <dravelin/version.h>
@@ -39,6 +40,7 @@ Window::Window() : m_list(new QListWidget), m_stack(new QStackedWidget)
     add(new PhotoPage);
     add(new OverlayPage);
     add(new SoundPage);
+    add(new StackPage);
     add(new DiagnosticsPage);
     show(m_pages.constFirst());
     resize(1120, 680);

@@ -5,7 +5,7 @@
 
 /// \file
 /// What stands under all subsystems: objects, calls by name, observation, notifications, timers, the settings store,
-/// archives, XML, colours, images, undo.
+/// archives, XML, colours, images, frames and interface files, undo.
 
 #include <dravelin/platform/action.h>
 #include <dravelin/platform/bookmarks.h>
@@ -14,10 +14,12 @@
 #include <dravelin/platform/color.h>
 #include <dravelin/platform/display.h>
 #include <dravelin/platform/exception.h>
+#include <dravelin/platform/frame.h>
 #include <dravelin/platform/geometry.h>
 #include <dravelin/platform/image.h>
 #include <dravelin/platform/imagefocus.h>
 #include <dravelin/platform/imagerep.h>
+#include <dravelin/platform/interfacefile.h>
 #include <dravelin/platform/keyedarchiver.h>
 #include <dravelin/platform/keyedunarchiver.h>
 #include <dravelin/platform/keyvalue.h>

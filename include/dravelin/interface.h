@@ -1,0 +1,9 @@
+// SPDX-FileCopyrightText: Dravelin contributors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+/// \file
+/// Tables of real widgets, views in a column, screens, keyboard and mouse.
+
+#include <dravelin/interface/stackview.h>
