@@ -6,4 +6,4 @@
 /// \file
 /// Tables of real widgets, views in a column, screens, keyboard and mouse.
 
-#include <dravelin/platform/export.h>
+#include <dravelin/interface/screens.h>
