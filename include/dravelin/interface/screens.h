@@ -30,13 +30,11 @@ namespace dravelin {
 [[nodiscard]] DRAVELIN_EXPORT QPointF upwardPoint(const QPointF &point);
 
 /// The whole area of a screen; null when there is no such screen.
-/// \operation{frame}
 [[nodiscard]] DRAVELIN_EXPORT QRectF frame(const QScreen *screen);
 
 /// The area that panels leave of a screen; null when there is no such screen. Where Qt does not know it, beside other
 /// monitors of an X server, the panels of that screen are asked.
 /// \cost with several monitors, that of onScreenWindowList()
-/// \operation{visibleFrame}
 [[nodiscard]] DRAVELIN_EXPORT QRectF visibleFrame(const QScreen *screen);
 
 /// The first screen whose frame contains the point; null when none does. The left and the upper edge belong to a frame,

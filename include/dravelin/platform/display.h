@@ -40,7 +40,7 @@ struct WindowInfo
     bool isDesktop = false;   ///< the ground under all windows
     bool isMaximized = false; ///< in both directions
     bool isDecorated = false; ///< it has a frame
-    QRect workArea; ///< what a panel leaves of the X server's whole area, in pixels; null when it claims nothing
+    QRect workArea{}; ///< what a panel leaves of the X server's whole area, in pixels; null when it claims nothing
 
     friend bool operator==(const WindowInfo &, const WindowInfo &) = default;
 };
