@@ -14,10 +14,12 @@
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QWidget>
 
-#include <algorithm>
-#include <cstdlib>
-
 #include <xcb/xcb.h>
+
+#include <algorithm>
+#include <array>
+#include <cstdlib>
+#include <memory>
 
 using namespace dravelin;
 using namespace Qt::StringLiterals;
@@ -103,6 +105,18 @@ protected:
         return becomes([&] { return isFullScreen(left) == first && isFullScreen(right) == second; });
     }
 
+    /// Another application, on the screen that has this place.
+    static void openFullScreen(QProcess &application, int x, int y)
+    {
+        application.start(QStringLiteral(X_CLIENT),
+                          {u"another"_s, QString::number(x), QString::number(y), u"200"_s, u"200"_s, u"fullscreen"_s});
+    }
+    static void quit(QProcess &process)
+    {
+        process.kill();
+        process.waitForFinished();
+    }
+
     QScreen *left = nullptr, *right = nullptr;
 };
 
@@ -116,8 +130,7 @@ TEST_F(DesktopTest, HasTwoScreens)
     EXPECT_TRUE(becomes([&] { return findMouseScreen() == right; }));
     QCursor::setPos(left, 999, 200);
     EXPECT_TRUE(becomes([&] { return findMouseScreen() == left; }));
-    QCursor::setPos(right, 1100, 20); // above the right one
-    EXPECT_TRUE(becomes([&] { return findMouseScreen() == nullptr; }) || QCursor::pos().y() != 20);
+    EXPECT_EQ(findScreenForPoint(upwardPoint(QPointF(1100, 20))), nullptr);
 }
 
 TEST_F(DesktopTest, ShowsWhoIsFullScreen)
@@ -131,12 +144,11 @@ TEST_F(DesktopTest, ShowsWhoIsFullScreen)
     ours.showFullScreen();
     EXPECT_TRUE(areFull(false, true));
     QProcess another;
-    another.start(QStringLiteral(X_CLIENT), {u"another"_s, u"10"_s, u"10"_s, u"200"_s, u"200"_s, u"fullscreen"_s});
+    openFullScreen(another, 10, 10);
     EXPECT_TRUE(areFull(true, true));
     ours.showNormal();
     EXPECT_TRUE(areFull(true, false));
-    another.kill();
-    another.waitForFinished();
+    quit(another);
     EXPECT_TRUE(areFull(false, false));
     ours.showMaximized();
     ASSERT_TRUE(becomes([&] { return ours.frameGeometry() == right->geometry(); }));
@@ -145,30 +157,27 @@ TEST_F(DesktopTest, ShowsWhoIsFullScreen)
 
 TEST_F(DesktopTest, HasPanels)
 {
+    const auto isMenubar = [](const WindowRecord &window) { return window.name == u"Menubar"_s; };
+    const auto menubars = [&](const QScreen *screen) {
+        const QList<WindowRecord> windows = onScreenWindowList(screen);
+        return std::count_if(windows.begin(), windows.end(), isMenubar);
+    };
     EXPECT_EQ(getMenubarHeight(right), 0.0F);
     QWidget panel;
     panel.winId(); // a native window takes the type at once
     panel.setAttribute(Qt::WA_X11NetWmWindowTypeDock);
     panel.setGeometry(1000, 200, 600, 30);
     panel.show();
+    ASSERT_TRUE(becomes([&] { return menubars(right) == 1 && menubars(left) == 0; }));
     claimTop(panel, 230); // through what is above the right screen
     EXPECT_TRUE(becomes([&] { return getMenubarHeight(right) == 30.0F; }));
     EXPECT_EQ(visibleFrame(left), frame(left));
-    const auto isMenubar = [](const WindowRecord &window) { return window.name == u"Menubar"_s; };
-    const auto menubars = [&](const QScreen *screen) {
-        const QList<WindowRecord> windows = onScreenWindowList(screen);
-        return std::count_if(windows.begin(), windows.end(), isMenubar);
-    };
     EXPECT_EQ(menubars(nullptr), 1);
-    EXPECT_EQ(menubars(left), 0);
-    EXPECT_EQ(menubars(right), 1);
-    QWidget window;
-    window.setGeometry(1100, 300, 200, 100);
-    window.show();
-    window.showFullScreen();
+    QProcess application;
+    openFullScreen(application, 1100, 300);
     EXPECT_TRUE(areFull(false, true));
     EXPECT_EQ(menubars(right), 0);
-    window.showNormal();
+    quit(application);
     EXPECT_TRUE(becomes([&] { return menubars(right) == 1; }));
     panel.hide();
     EXPECT_TRUE(becomes([&] { return menubars(right) == 0 && getMenubarHeight(right) == 0.0F; }));
