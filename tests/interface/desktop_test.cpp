@@ -79,10 +79,11 @@ void claimTop(const QWidget &panel, quint32 height)
     xcb_intern_atom_reply_t *atom =
         xcb_intern_atom_reply(connection, xcb_intern_atom(connection, false, sizeof name - 1, name), nullptr);
     const std::array<quint32, 12> claim{0, 0, height, 0, 0, 0, 0, 0, 1000, 1599, 0, 0};
-    xcb_change_property(connection, XCB_PROP_MODE_REPLACE, xcb_window_t(panel.effectiveWinId()), atom->atom,
-                        XCB_ATOM_CARDINAL, 32, claim.size(), claim.data());
+    const xcb_void_cookie_t change =
+        xcb_change_property_checked(connection, XCB_PROP_MODE_REPLACE, xcb_window_t(panel.effectiveWinId()), atom->atom,
+                                    XCB_ATOM_CARDINAL, 32, claim.size(), claim.data());
     std::free(atom);
-    xcb_flush(connection);
+    std::free(xcb_request_check(connection, change)); // waits until it is done
     xcb_disconnect(connection);
 }
 
