@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 // What it costs to ask whether an application fills the screen, with so many windows on a real X server, which the program
-// starts. The last window is in front, and as large as the screen. None has a title or tells its process.
+// starts. The last window is in front, and as large as the screen. All are of one process, and have no title.
 
 #include <dravelin/interface/screens.h>
 #include <dravelin/platform/display.h>
@@ -41,6 +41,7 @@ public:
         }
         qputenv("DISPLAY", ':' + m_server.readLine().trimmed());
         m_connection = xcb_connect(nullptr, nullptr);
+        internPid();
         for (int i = 0; i < count && isOpen(); ++i)
             addWindow(i + 1 < count ? QSize(300, 200) : area.size());
     }
@@ -61,11 +62,22 @@ private:
         const xcb_window_t window = xcb_generate_id(m_connection);
         xcb_create_window(m_connection, XCB_COPY_FROM_PARENT, window, screen->root, 0, 0, quint16(size.width()),
                           quint16(size.height()), 0, XCB_WINDOW_CLASS_INPUT_OUTPUT, screen->root_visual, 0, nullptr);
+        const auto process = quint32(QCoreApplication::applicationPid());
+        xcb_change_property(m_connection, XCB_PROP_MODE_REPLACE, window, m_pid, XCB_ATOM_CARDINAL, 32, 1, &process);
         std::free(xcb_request_check(m_connection, xcb_map_window_checked(m_connection, window))); // waits for it
+    }
+
+    void internPid()
+    {
+        xcb_intern_atom_reply_t *reply =
+            xcb_intern_atom_reply(m_connection, xcb_intern_atom(m_connection, false, 11, "_NET_WM_PID"), nullptr);
+        m_pid = reply ? reply->atom : xcb_atom_t(XCB_ATOM_NONE);
+        std::free(reply);
     }
 
     QProcess m_server;
     xcb_connection_t *m_connection = nullptr;
+    xcb_atom_t m_pid = XCB_ATOM_NONE;
 };
 
 void askWhetherFullScreen(benchmark::State &state)

@@ -5,6 +5,7 @@
 
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
+#include <QtCore/QHash>
 
 #include <xcb/xcb.h>
 
@@ -88,6 +89,20 @@ QString processName(qint64 processId)
     return name.isEmpty() ? QString() : name;
 }
 
+/// Applications have several windows.
+class ProcessNames
+{
+public:
+    QString of(qint64 processId)
+    {
+        const auto known = m_names.constFind(processId);
+        return known != m_names.cend() ? *known : *m_names.insert(processId, processName(processId));
+    }
+
+private:
+    QHash<qint64, QString> m_names{{0, QString()}}; // 0 is unknown
+};
+
 Cards cards(const QByteArray &bytes)
 {
     Cards numbers(size_t(bytes.size()) / sizeof(quint32));
@@ -155,10 +170,7 @@ public:
         const Cards pid = cards(answer(asked.pid));
         info.processId = pid.empty() ? 0 : pid.front();
         readClaim(asked, info);
-        if (!readState(asked, info) || !isShown)
-            return false;
-        info.ownerName = info.processId ? processName(info.processId) : QString();
-        return true;
+        return readState(asked, info) && isShown;
     }
 
 private:
@@ -260,10 +272,13 @@ QList<WindowInfo> xWindows()
     std::vector<Questions> asked;
     for (const xcb_window_t window : server.windows())
         asked.push_back(server.askAbout(window));
+    ProcessNames names;
     QList<WindowInfo> windows;
     for (const Questions &questions : asked) {
-        if (WindowInfo info; server.describe(questions, info))
+        if (WindowInfo info; server.describe(questions, info)) {
+            info.ownerName = names.of(info.processId);
             windows.prepend(info);
+        }
     }
     return windows;
 }
