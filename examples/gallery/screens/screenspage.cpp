@@ -30,15 +30,21 @@ QString textOf(const QRectF &area)
 /// From y upwards to y downwards.
 QRectF downward(const QRectF &area) { return {dravelin::upwardPoint(area.bottomLeft()), area.size()}; }
 
+/// Not every platform names its screens.
+QString nameOf(const QScreen *screen)
+{
+    return screen->name().isEmpty() ? QString::number(dravelin::findScreenIndex(screen)) : screen->name();
+}
+
 DesktopView::Screen describe(const QScreen *screen)
 {
-    return {screen->name(), downward(dravelin::frame(screen)), downward(dravelin::visibleFrame(screen)),
+    return {nameOf(screen), downward(dravelin::frame(screen)), downward(dravelin::visibleFrame(screen)),
             dravelin::findMouseScreen() == screen, dravelin::isFullScreen(screen)};
 }
 
 QStringList row(const QScreen *screen)
 {
-    return {screen->name(),
+    return {nameOf(screen),
             textOf(dravelin::frame(screen)),
             textOf(dravelin::visibleFrame(screen)),
             QString::number(dravelin::getMenubarHeight(screen)),
