@@ -137,7 +137,7 @@ TEST_F(DesktopTest, HasTwoScreens)
 TEST_F(DesktopTest, ShowsWhoIsFullScreen)
 {
     EXPECT_TRUE(areFull(false, false));
-    QWidget ours;
+    QWidget ours(nullptr, Qt::FramelessWindowHint);
     ours.setGeometry(1100, 300, 200, 100);
     ours.show();
     ASSERT_TRUE(becomes([] { return !onScreenWindowList().isEmpty(); }));
