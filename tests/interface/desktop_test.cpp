@@ -35,8 +35,8 @@ public:
     {
         m_server.start(u"Xvfb"_s, {u"-displayfd"_s, u"1"_s, u"-screen"_s, u"0"_s, u"1600x700x24"_s, u"-noreset"_s});
         qputenv("DISPLAY", ':' + firstLine(m_server));
-        setMonitor({u"*left"_s, u"1000/260x700/185+0+0"_s, u"screen"_s});
-        setMonitor({u"right"_s, u"600/160x500/130+1000+200"_s, u"none"_s});
+        for (const char *monitor : {"*left 1000/260x700/185+0+0 screen", "right 600/160x500/130+1000+200 none"})
+            QProcess::execute(u"xrandr"_s, QStringList(u"--setmonitor"_s) + QString::fromLatin1(monitor).split(u' '));
         m_manager.start(u"openbox"_s, {u"--startup"_s, u"echo ready"_s}); // it manages windows by then
         firstLine(m_manager);
     }
@@ -63,11 +63,6 @@ private:
         }
         return process.readLine().trimmed();
     }
-    static void setMonitor(const QStringList &arguments)
-    {
-        QProcess::execute(u"xrandr"_s, QStringList(u"--setmonitor"_s) + arguments);
-    }
-
     QProcess m_server, m_manager;
 };
 
