@@ -5,6 +5,7 @@
 
 #include "platform/xwindows.h"
 
+#include <QtGui/QCursor>
 #include <QtGui/QGuiApplication>
 #include <QtGui/QScreen>
 
@@ -20,19 +21,38 @@ std::shared_ptr<DisplayService> &replacement()
     return display;
 }
 
+/// Qt scales the size of a screen, and leaves its upper left corner where the X server has it.
+QRect pixels(const QRect &area, const QScreen &screen)
+{
+    return {area.topLeft(), area.size() * screen.devicePixelRatio()};
+}
+
 } // namespace
 
 DisplayService::~DisplayService() = default;
 
+QList<ScreenInfo> DisplayService::screenList()
+{
+    QList<ScreenInfo> list;
+    if (!qGuiApp)
+        return list;
+    const bool isX = QGuiApplication::platformName() == QLatin1String("xcb");
+    for (QScreen *screen : QGuiApplication::screens()) {
+        const QRect area = screen->geometry();
+        list.append({screen, area, screen->availableGeometry(), isX ? pixels(area, *screen) : QRect()});
+    }
+    return list;
+}
+
 QList<QRect> DisplayService::screens()
 {
     QList<QRect> areas;
-    if (qGuiApp) {
-        for (const QScreen *screen : QGuiApplication::screens())
-            areas << screen->geometry();
-    }
+    for (const ScreenInfo &screen : screenList())
+        areas << screen.geometry;
     return areas;
 }
+
+QPointF DisplayService::mouseLocation() { return qGuiApp ? QPointF(QCursor::pos()) : QPointF(); }
 
 QList<WindowInfo> DisplayService::windowList() { return xWindows(); }
 

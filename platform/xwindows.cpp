@@ -5,6 +5,7 @@
 
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
+#include <QtCore/QHash>
 
 #include <xcb/xcb.h>
 
@@ -29,10 +30,36 @@ using Owned = std::unique_ptr<Reply, Free>;
 
 using Cards = std::vector<quint32>;
 
-enum AtomName { ClientListStacking, WmPid, WmName, FrameExtents, WmState, Hidden, FullScreen, WindowType, Dock };
-constexpr std::array atomNames{"_NET_CLIENT_LIST_STACKING", "_NET_WM_PID",         "_NET_WM_NAME",
-                               "_NET_FRAME_EXTENTS",        "_NET_WM_STATE",       "_NET_WM_STATE_HIDDEN",
-                               "_NET_WM_STATE_FULLSCREEN",  "_NET_WM_WINDOW_TYPE", "_NET_WM_WINDOW_TYPE_DOCK"};
+enum AtomName {
+    ClientListStacking,
+    WmPid,
+    WmName,
+    FrameExtents,
+    StrutPartial,
+    Strut,
+    WmState,
+    Hidden,
+    FullScreen,
+    MaximizedWide,
+    MaximizedHigh,
+    WindowType,
+    Dock,
+    Desktop
+};
+constexpr std::array atomNames{"_NET_CLIENT_LIST_STACKING",
+                               "_NET_WM_PID",
+                               "_NET_WM_NAME",
+                               "_NET_FRAME_EXTENTS",
+                               "_NET_WM_STRUT_PARTIAL",
+                               "_NET_WM_STRUT",
+                               "_NET_WM_STATE",
+                               "_NET_WM_STATE_HIDDEN",
+                               "_NET_WM_STATE_FULLSCREEN",
+                               "_NET_WM_STATE_MAXIMIZED_HORZ",
+                               "_NET_WM_STATE_MAXIMIZED_VERT",
+                               "_NET_WM_WINDOW_TYPE",
+                               "_NET_WM_WINDOW_TYPE_DOCK",
+                               "_NET_WM_WINDOW_TYPE_DESKTOP"};
 
 /// All that is asked about a window, sent before the first answer is read.
 struct Questions
@@ -41,7 +68,7 @@ struct Questions
     xcb_get_window_attributes_cookie_t attributes;
     xcb_get_geometry_cookie_t geometry;
     xcb_translate_coordinates_cookie_t origin;
-    xcb_get_property_cookie_t pid, netName, name, extents, state, type;
+    xcb_get_property_cookie_t pid, netName, name, extents, strutPartial, strut, state, type;
 };
 
 QString readFile(const QString &path)
@@ -62,6 +89,20 @@ QString processName(qint64 processId)
     return name.isEmpty() ? QString() : name;
 }
 
+/// Applications have several windows.
+class ProcessNames
+{
+public:
+    QString of(qint64 processId)
+    {
+        const auto known = m_names.constFind(processId);
+        return known != m_names.cend() ? *known : *m_names.insert(processId, processName(processId));
+    }
+
+private:
+    QHash<qint64, QString> m_names{{0, QString()}}; // 0 is unknown
+};
+
 Cards cards(const QByteArray &bytes)
 {
     Cards numbers(size_t(bytes.size()) / sizeof(quint32));
@@ -79,8 +120,10 @@ class XServer
 public:
     XServer() : m_connection(xcb_connect(nullptr, &m_screen))
     {
-        if (isConnected())
+        if (isConnected()) {
             internAtoms();
+            m_area = area();
+        }
     }
     ~XServer() { xcb_disconnect(m_connection); }
     Q_DISABLE_COPY_MOVE(XServer)
@@ -111,6 +154,8 @@ public:
                 ask(window, m_atoms[WmName]),
                 ask(window, XCB_ATOM_WM_NAME),
                 ask(window, m_atoms[FrameExtents]),
+                ask(window, m_atoms[StrutPartial]),
+                ask(window, m_atoms[Strut]),
                 ask(window, m_atoms[WmState]),
                 ask(window, m_atoms[WindowType])};
     }
@@ -124,13 +169,8 @@ public:
         info.name = netName.isNull() ? QString::fromLatin1(name) : QString::fromUtf8(netName);
         const Cards pid = cards(answer(asked.pid));
         info.processId = pid.empty() ? 0 : pid.front();
-        const Cards state = cards(answer(asked.state));
-        info.isFullScreen = contains(state, m_atoms[FullScreen]);
-        info.isDock = contains(cards(answer(asked.type)), m_atoms[Dock]);
-        if (!isShown || contains(state, m_atoms[Hidden]))
-            return false;
-        info.ownerName = info.processId ? processName(info.processId) : QString();
-        return true;
+        readClaim(asked, info);
+        return readState(asked, info) && isShown;
     }
 
 private:
@@ -151,6 +191,13 @@ private:
         for (int i = 0; i < m_screen; ++i)
             xcb_screen_next(&screens);
         return screens.data->root;
+    }
+
+    [[nodiscard]] QRect area() const
+    {
+        const Owned<xcb_get_geometry_reply_t> reply(
+            xcb_get_geometry_reply(m_connection, xcb_get_geometry(m_connection, root()), nullptr));
+        return reply ? QRect(0, 0, reply->width, reply->height) : QRect();
     }
 
     [[nodiscard]] xcb_get_property_cookie_t ask(xcb_window_t window, xcb_atom_t property) const
@@ -181,14 +228,38 @@ private:
             return false;
         info.identifier = asked.window;
         info.bounds = QRect(origin->dst_x, origin->dst_y, geometry->width, geometry->height);
+        info.isDecorated = std::any_of(frame.begin(), frame.end(), [](quint32 width) { return width > 0; });
         if (frame.size() == 4)
             info.bounds.adjust(-int(frame[0]), -int(frame[2]), int(frame[1]), int(frame[3]));
         return attributes->map_state == XCB_MAP_STATE_VIEWABLE && attributes->_class != XCB_WINDOW_CLASS_INPUT_ONLY;
     }
 
+    /// \return false when the window is hidden
+    [[nodiscard]] bool readState(const Questions &asked, WindowInfo &info) const
+    {
+        const Cards state = cards(answer(asked.state));
+        const Cards type = cards(answer(asked.type));
+        info.isFullScreen = contains(state, m_atoms[FullScreen]);
+        info.isMaximized = contains(state, m_atoms[MaximizedWide]) && contains(state, m_atoms[MaximizedHigh]);
+        info.isDock = contains(type, m_atoms[Dock]);
+        info.isDesktop = contains(type, m_atoms[Desktop]);
+        return !contains(state, m_atoms[Hidden]);
+    }
+
+    /// Panels claim strips along the edges of the whole area: so many pixels from the left, right, top and bottom.
+    void readClaim(const Questions &asked, WindowInfo &info) const
+    {
+        const Cards partial = cards(answer(asked.strutPartial));
+        const Cards plain = cards(answer(asked.strut));
+        const Cards &claim = partial.size() >= 4 ? partial : plain;
+        if (claim.size() >= 4 && std::any_of(claim.begin(), claim.begin() + 4, [](quint32 width) { return width > 0; }))
+            info.workArea = m_area.adjusted(int(claim[0]), int(claim[2]), -int(claim[1]), -int(claim[3]));
+    }
+
     int m_screen = 0;
     xcb_connection_t *m_connection;
     std::array<xcb_atom_t, atomNames.size()> m_atoms{};
+    QRect m_area;
 };
 
 } // namespace
@@ -201,10 +272,13 @@ QList<WindowInfo> xWindows()
     std::vector<Questions> asked;
     for (const xcb_window_t window : server.windows())
         asked.push_back(server.askAbout(window));
+    ProcessNames names;
     QList<WindowInfo> windows;
     for (const Questions &questions : asked) {
-        if (WindowInfo info; server.describe(questions, info))
+        if (WindowInfo info; server.describe(questions, info)) {
+            info.ownerName = names.of(info.processId);
             windows.prepend(info);
+        }
     }
     return windows;
 }

@@ -11,6 +11,7 @@
 #include "preferences/preferencespage.h"
 #include "sound/soundpage.h"
 #include "stack/stackpage.h"
+#include "screens/screenspage.h"
 #include "undo/undopage.h"
 
 #include <dravelin/version.h>
@@ -41,6 +42,7 @@ Window::Window() : m_list(new QListWidget), m_stack(new QStackedWidget)
     add(new OverlayPage);
     add(new SoundPage);
     add(new StackPage);
+    add(new ScreensPage);
     add(new DiagnosticsPage);
     show(m_pages.constFirst());
     resize(1120, 680);

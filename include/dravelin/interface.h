@@ -7,3 +7,4 @@
 /// Tables of real widgets, views in a column, screens, keyboard and mouse.
 
 #include <dravelin/interface/stackview.h>
+#include <dravelin/interface/screens.h>

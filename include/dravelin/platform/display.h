@@ -6,12 +6,26 @@
 #include <dravelin/platform/export.h>
 
 #include <QtCore/QList>
+#include <QtCore/QPointF>
 #include <QtCore/QRect>
 #include <QtCore/QString>
 
 #include <memory>
 
+class QScreen;
+
 namespace dravelin {
+
+/// A screen and its areas.
+struct ScreenInfo
+{
+    QScreen *screen = nullptr; ///< Qt's own; it goes when the monitor does
+    QRect geometry;            ///< in Qt's coordinates
+    QRect availableGeometry;   ///< what Qt takes to be clear of panels; beside other monitors of an X server, all of it
+    QRect pixels;              ///< in the X server's pixels; null when the screen is not the X server's
+
+    friend bool operator==(const ScreenInfo &, const ScreenInfo &) = default;
+};
 
 /// A window that is on the screen, of whichever application.
 struct WindowInfo
@@ -22,7 +36,11 @@ struct WindowInfo
     QString name;           ///< the title; absent when there is none
     QRect bounds;           ///< frame included, in the X server's pixels, y downwards
     bool isFullScreen = false;
-    bool isDock = false; ///< a panel
+    bool isDock = false;      ///< a panel
+    bool isDesktop = false;   ///< the ground under all windows
+    bool isMaximized = false; ///< in both directions
+    bool isDecorated = false; ///< it has a frame
+    QRect workArea{}; ///< what a panel leaves of the X server's whole area, in pixels; null when it claims nothing
 
     friend bool operator==(const WindowInfo &, const WindowInfo &) = default;
 };
@@ -38,8 +56,14 @@ class DRAVELIN_EXPORT DisplayService
 public:
     virtual ~DisplayService();
 
-    /// The areas of the screens in Qt's coordinates, the primary one first; by default those of QGuiApplication.
+    /// The screens, the primary one first; by default those of QGuiApplication. Empty without one.
+    [[nodiscard]] virtual QList<ScreenInfo> screenList();
+
+    /// The areas of the screens in Qt's coordinates, the primary one first; by default those of screenList().
     [[nodiscard]] virtual QList<QRect> screens();
+
+    /// Where the pointer is, in Qt's coordinates; by default QCursor::pos(), and the origin without a QGuiApplication.
+    [[nodiscard]] virtual QPointF mouseLocation();
 
     /// The windows on the screen, those in front first; by default those of the X server that `DISPLAY` names. A window
     /// manager that keeps a list of its windows is asked for it; without one every mapped top-level window counts.

@@ -1,0 +1,193 @@
+// SPDX-FileCopyrightText: Dravelin contributors
+// SPDX-License-Identifier: MIT
+
+// Screens and windows of a real desktop: an X server with two monitors and a window manager, which the program starts.
+
+#include <dravelin/interface/screens.h>
+
+#include <gtest/gtest.h>
+
+#include <QtCore/QProcess>
+#include <QtCore/QStandardPaths>
+#include <QtGui/QScreen>
+#include <QtTest/QTest>
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QWidget>
+
+#include <xcb/xcb.h>
+
+#include <algorithm>
+#include <array>
+#include <cstdlib>
+#include <memory>
+
+using namespace dravelin;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int longest = 30'000; // milliseconds
+
+class RunningDesktop
+{
+public:
+    RunningDesktop()
+    {
+        m_server.start(u"Xvfb"_s, {u"-displayfd"_s, u"1"_s, u"-screen"_s, u"0"_s, u"1600x700x24"_s, u"-noreset"_s});
+        qputenv("DISPLAY", ':' + firstLine(m_server));
+        for (const char *monitor : {"*left 1000/260x700/185+0+0 screen", "right 600/160x500/130+1000+200 none"})
+            QProcess::execute(u"xrandr"_s, QStringList(u"--setmonitor"_s) + QString::fromLatin1(monitor).split(u' '));
+        m_manager.start(u"openbox"_s, {u"--startup"_s, u"echo ready"_s}); // it manages windows by then
+        firstLine(m_manager);
+    }
+    ~RunningDesktop()
+    {
+        for (QProcess *process : {&m_manager, &m_server}) {
+            process->kill();
+            process->waitForFinished();
+        }
+    }
+    Q_DISABLE_COPY_MOVE(RunningDesktop)
+
+    static bool isPossible()
+    {
+        const QStringList programs{u"Xvfb"_s, u"openbox"_s, u"xrandr"_s};
+        return std::none_of(programs.begin(), programs.end(),
+                            [](auto &name) { return QStandardPaths::findExecutable(name).isEmpty(); });
+    }
+
+private:
+    static QByteArray firstLine(QProcess &process)
+    {
+        while (!process.canReadLine() && process.waitForReadyRead(longest)) {
+        }
+        return process.readLine().trimmed();
+    }
+    QProcess m_server, m_manager;
+};
+
+/// The strip that a panel keeps clear at the upper edge of the X server's area.
+void claimTop(const QWidget &panel, quint32 height)
+{
+    xcb_connection_t *connection = xcb_connect(nullptr, nullptr);
+    const char name[] = "_NET_WM_STRUT_PARTIAL";
+    xcb_intern_atom_reply_t *atom =
+        xcb_intern_atom_reply(connection, xcb_intern_atom(connection, false, sizeof name - 1, name), nullptr);
+    const std::array<quint32, 12> claim{0, 0, height, 0, 0, 0, 0, 0, 1000, 1599, 0, 0};
+    const xcb_void_cookie_t change =
+        xcb_change_property_checked(connection, XCB_PROP_MODE_REPLACE, xcb_window_t(panel.effectiveWinId()), atom->atom,
+                                    XCB_ATOM_CARDINAL, 32, claim.size(), claim.data());
+    std::free(atom);
+    std::free(xcb_request_check(connection, change)); // waits until it is done
+    xcb_disconnect(connection);
+}
+
+bool becomes(const auto &condition) { return QTest::qWaitFor(condition, longest); }
+
+class DesktopTest : public testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        if (QGuiApplication::platformName() != u"xcb"_s)
+            GTEST_SKIP() << "there is no Xvfb, openbox or xrandr to make a desktop";
+        ASSERT_TRUE(becomes([] { return QGuiApplication::screens().size() == 2; }));
+        left = QGuiApplication::primaryScreen();
+        right = QGuiApplication::screens().value(1);
+    }
+
+    bool areFull(bool first, bool second)
+    {
+        return becomes([&] { return isFullScreen(left) == first && isFullScreen(right) == second; });
+    }
+
+    /// Another application, on the screen that has this place.
+    static void openFullScreen(QProcess &application, int x, int y)
+    {
+        application.start(QStringLiteral(X_CLIENT),
+                          {u"another"_s, QString::number(x), QString::number(y), u"200"_s, u"200"_s, u"fullscreen"_s});
+    }
+    static void quit(QProcess &process)
+    {
+        process.kill();
+        process.waitForFinished();
+    }
+
+    QScreen *left = nullptr, *right = nullptr;
+};
+
+} // namespace
+
+TEST_F(DesktopTest, HasTwoScreens)
+{
+    EXPECT_EQ(frame(left), QRectF(0, 0, 1000, 700));
+    EXPECT_EQ(frame(right), QRectF(1000, 0, 600, 500));
+    QCursor::setPos(right, 1000, 200);
+    EXPECT_TRUE(becomes([&] { return findMouseScreen() == right; }));
+    QCursor::setPos(left, 999, 200);
+    EXPECT_TRUE(becomes([&] { return findMouseScreen() == left; }));
+    EXPECT_EQ(findScreenForPoint(upwardPoint(QPointF(1100, 20))), nullptr);
+}
+
+TEST_F(DesktopTest, ShowsWhoIsFullScreen)
+{
+    EXPECT_TRUE(areFull(false, false));
+    QWidget ours(nullptr, Qt::FramelessWindowHint);
+    ours.setGeometry(1100, 300, 200, 100);
+    ours.show();
+    ASSERT_TRUE(becomes([] { return !onScreenWindowList().isEmpty(); }));
+    EXPECT_TRUE(areFull(false, false));
+    ours.showFullScreen();
+    EXPECT_TRUE(areFull(false, true));
+    QProcess another;
+    openFullScreen(another, 10, 10);
+    EXPECT_TRUE(areFull(true, true));
+    ours.showNormal();
+    EXPECT_TRUE(areFull(true, false));
+    quit(another);
+    EXPECT_TRUE(areFull(false, false));
+    ours.showMaximized();
+    ASSERT_TRUE(becomes([&] { return ours.frameGeometry() == right->geometry(); }));
+    EXPECT_TRUE(areFull(false, false));
+}
+
+TEST_F(DesktopTest, HasPanels)
+{
+    const auto isMenubar = [](const WindowRecord &window) { return window.name == u"Menubar"_s; };
+    const auto menubars = [&](const QScreen *screen) {
+        const QList<WindowRecord> windows = onScreenWindowList(screen);
+        return std::count_if(windows.begin(), windows.end(), isMenubar);
+    };
+    EXPECT_EQ(getMenubarHeight(right), 0.0F);
+    QWidget panel;
+    panel.winId(); // a native window takes the type at once
+    panel.setAttribute(Qt::WA_X11NetWmWindowTypeDock);
+    panel.setGeometry(1000, 200, 600, 30);
+    panel.show();
+    ASSERT_TRUE(becomes([&] { return menubars(right) == 1 && menubars(left) == 0; }));
+    claimTop(panel, 230); // through what is above the right screen
+    EXPECT_TRUE(becomes([&] { return getMenubarHeight(right) == 30.0F; }));
+    EXPECT_EQ(visibleFrame(left), frame(left));
+    EXPECT_EQ(menubars(nullptr), 1);
+    QProcess application;
+    openFullScreen(application, 1100, 300);
+    EXPECT_TRUE(areFull(false, true));
+    EXPECT_EQ(menubars(right), 0);
+    quit(application);
+    EXPECT_TRUE(becomes([&] { return menubars(right) == 1; }));
+    panel.hide();
+    EXPECT_TRUE(becomes([&] { return menubars(right) == 0 && getMenubarHeight(right) == 0.0F; }));
+}
+
+int main(int argc, char **argv)
+{
+    testing::InitGoogleTest(&argc, argv);
+    std::unique_ptr<RunningDesktop> desktop;
+    if (RunningDesktop::isPossible()) {
+        desktop = std::make_unique<RunningDesktop>();
+        qputenv("QT_QPA_PLATFORM", "xcb");
+        qputenv("DBUS_SESSION_BUS_ADDRESS", "disabled:"); // which the windows would tell about themselves
+    }
+    const QApplication application(argc, argv);
+    return RUN_ALL_TESTS();
+}
