@@ -6,4 +6,5 @@
 /// \file
 /// Tables of real widgets, views in a column, screens, keyboard and mouse.
 
+#include <dravelin/interface/input.h>
 #include <dravelin/platform/export.h>
