@@ -19,7 +19,7 @@ namespace dravelin {
 namespace {
 
 constexpr quint64 bit(Event::Type type) { return quint64(1) << type; }
-constexpr quint64 passing = bit(Event::MouseEntered) | bit(Event::MouseExited);
+constexpr quint64 enteringOrLeaving = bit(Event::MouseEntered) | bit(Event::MouseExited);
 
 /// Posted events are removed by their Qt type, which covers several of ours.
 struct PostedType
@@ -57,6 +57,13 @@ bool waitsInQueue(const QEvent &event)
     default:
         return event.isInputEvent();
     }
+}
+
+/// That a widget is entered or left follows from another event, or from a window that opens or closes.
+bool isEventOfItsOwn(const QEvent &event)
+{
+    const quint64 type = bit(eventType(event));
+    return type != bit(Event::NoType) && (event.spontaneous() || !(type & enteringOrLeaving));
 }
 
 qint64 now()
@@ -129,7 +136,7 @@ void InputFilter::discard(quint64 mask, quint32 before)
     }
     std::erase_if(m_discarded, [mask](const Discarded &other) { return other.mask == mask; });
     m_discarded.push_back({mask, before});
-    m_untimedMask |= mask & passing;
+    m_untimedMask |= mask & enteringOrLeaving;
     m_passesLeft = 2;
     m_untimed.start(0, this);
 }
@@ -165,7 +172,7 @@ void InputFilter::timerEvent(QTimerEvent *)
 
 void InputFilter::remember(const QEvent &event)
 {
-    if (eventType(event) == Event::NoType)
+    if (!isEventOfItsOwn(event))
         return;
     forgetEndedLoops();
     const int level = QThread::currentThread()->loopLevel();

@@ -46,7 +46,8 @@ public:
 
     /// The input event that the application handles, and afterwards the last one until the next comes; without type
     /// before the first. When a nested event loop (that of a dialog, say) has ended, it is the event that opened it
-    /// again; QCoreApplication::processEvents() is no such loop. Events that were discarded, and those that an event
+    /// again; QCoreApplication::processEvents() is no such loop. That a widget is entered
+    /// or left within its window belongs to the event that caused it. Events that were discarded, and those that an event
     /// filter of the application has taken, do not count.
     /// \operation{currentEvent}
     [[nodiscard]] virtual Event currentEvent();
