@@ -6,6 +6,7 @@
 #include "control/controlpage.h"
 #include "diagnostics/diagnosticspage.h"
 #include "encoding/encodingpage.h"
+#include "keyboard/keyboardpage.h"
 #include "overlay/overlaypage.h"
 #include "photo/photopage.h"
 #include "preferences/preferencespage.h"
@@ -37,6 +38,7 @@ Window::Window() : m_list(new QListWidget), m_stack(new QStackedWidget)
     add(new EncodingPage);
     add(new PhotoPage);
     add(new OverlayPage);
+    add(new KeyboardPage);
     add(new DiagnosticsPage);
     show(m_pages.constFirst());
     resize(1120, 680);
