@@ -55,12 +55,13 @@ KeyboardPage::KeyboardPage()
     auto *devices = new QHBoxLayout;
     devices->addWidget(m_keyboard, 1);
     devices->addWidget(m_mouse);
-    layout->addLayout(devices, 1);
+    layout->addLayout(devices);
     auto *texts = new QHBoxLayout;
     texts->addWidget(m_now, 1);
     texts->addWidget(m_last, 1);
     layout->addLayout(texts);
     layout->addWidget(makeButtons());
+    layout->addStretch(1);
     m_keyboard->installEventFilter(this);
     m_mouse->installEventFilter(this);
     decode(Event());
@@ -113,6 +114,7 @@ bool KeyboardPage::eventFilter(QObject *watched, QEvent *event)
 
 void KeyboardPage::showEvent(QShowEvent *event)
 {
+    showNow();
     m_poll.start(50, this);
     Page::showEvent(event);
 }

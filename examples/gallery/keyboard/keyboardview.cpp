@@ -15,6 +15,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+constexpr double columns = 15;
+constexpr double rows = 6;
+
 /// A key at its place; sizes are in widths of a letter's key.
 struct Key
 {
@@ -97,9 +100,14 @@ const std::vector<Key> &keyboard()
 
 KeyboardView::KeyboardView()
 {
+    QSizePolicy policy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    policy.setHeightForWidth(true);
+    setSizePolicy(policy);
     setFocusPolicy(Qt::StrongFocus);
     setAccessibleName(tr("Keyboard"));
 }
+
+int KeyboardView::heightForWidth(int width) const { return int(width * rows / columns); }
 
 void KeyboardView::setModifierFlags(quint64 flags)
 {
@@ -131,7 +139,6 @@ void KeyboardView::focusOutEvent(QFocusEvent *event)
 
 void KeyboardView::paintEvent(QPaintEvent *)
 {
-    constexpr double columns = 15, rows = 6;
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     const double unit = std::min(width() / columns, height() / rows);

@@ -15,8 +15,9 @@ class KeyboardView : public QWidget
 public:
     KeyboardView();
 
-    [[nodiscard]] QSize sizeHint() const override { return {690, 250}; }
-    [[nodiscard]] QSize minimumSizeHint() const override { return {480, 180}; }
+    [[nodiscard]] QSize sizeHint() const override { return {690, 276}; }
+    [[nodiscard]] int heightForWidth(int width) const override;
+    [[nodiscard]] QSize minimumSizeHint() const override { return {480, 192}; }
 
     /// \param flags the modifiers that are held now
     void setModifierFlags(quint64 flags);
