@@ -147,6 +147,25 @@ TEST_F(XInputTest, TellsWhatIsHeldBeforeAnyEventCame)
     EXPECT_EQ(InputState::current()->pressedMouseButtons(), 0U);
 }
 
+TEST_F(XInputTest, FollowsTheKeyboardMap)
+{
+    if (QStandardPaths::findExecutable(u"xmodmap"_s).isEmpty())
+        GTEST_SKIP() << "there is no xmodmap to exchange modifiers";
+    const auto exchange = [](const QString &ofAlt, const QString &ofSuper) {
+        return QProcess::execute(u"xmodmap"_s,
+                                 {u"-e"_s, u"clear mod1"_s, u"-e"_s, u"clear mod4"_s, u"-e"_s,
+                                  u"add %1 = Alt_L"_s.arg(ofAlt), u"-e"_s, u"add %1 = Super_L"_s.arg(ofSuper)});
+    };
+    EXPECT_EQ(InputState::current()->modifierFlags(), 0U) << "read before the change";
+    ASSERT_EQ(exchange(u"mod4"_s, u"mod1"_s), 0);
+    xdotool(u"keydown Super_L"_s);
+    EXPECT_TRUE(isCommandKeyPressed() && !isOptionKeyPressed());
+    xdotool(u"keyup Super_L keydown Alt_L"_s);
+    EXPECT_TRUE(isOptionKeyPressed() && !isCommandKeyPressed());
+    xdotool(u"keyup Alt_L"_s);
+    ASSERT_EQ(exchange(u"mod1"_s, u"mod4"_s), 0);
+}
+
 TEST_F(XInputTest, KnowsCapsLock)
 {
     xdotool(u"key Caps_Lock keydown Shift_L"_s);
