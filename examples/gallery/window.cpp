@@ -6,12 +6,13 @@
 #include "control/controlpage.h"
 #include "diagnostics/diagnosticspage.h"
 #include "encoding/encodingpage.h"
+#include "keyboard/keyboardpage.h"
 #include "overlay/overlaypage.h"
 #include "photo/photopage.h"
 #include "preferences/preferencespage.h"
+#include "screens/screenspage.h"
 #include "sound/soundpage.h"
 #include "stack/stackpage.h"
-#include "screens/screenspage.h"
 #include "undo/undopage.h"
 
 #include <dravelin/version.h>
@@ -43,6 +44,7 @@ Window::Window() : m_list(new QListWidget), m_stack(new QStackedWidget)
     add(new SoundPage);
     add(new StackPage);
     add(new ScreensPage);
+    add(new KeyboardPage);
     add(new DiagnosticsPage);
     show(m_pages.constFirst());
     resize(1120, 680);

@@ -6,5 +6,6 @@
 /// \file
 /// Tables of real widgets, views in a column, screens, keyboard and mouse.
 
-#include <dravelin/interface/stackview.h>
+#include <dravelin/interface/input.h>
 #include <dravelin/interface/screens.h>
+#include <dravelin/interface/stackview.h>

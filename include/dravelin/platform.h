@@ -13,12 +13,14 @@
 #include <dravelin/platform/coding.h>
 #include <dravelin/platform/color.h>
 #include <dravelin/platform/display.h>
+#include <dravelin/platform/event.h>
 #include <dravelin/platform/exception.h>
 #include <dravelin/platform/frame.h>
 #include <dravelin/platform/geometry.h>
 #include <dravelin/platform/image.h>
 #include <dravelin/platform/imagefocus.h>
 #include <dravelin/platform/imagerep.h>
+#include <dravelin/platform/inputstate.h>
 #include <dravelin/platform/interfacefile.h>
 #include <dravelin/platform/keyedarchiver.h>
 #include <dravelin/platform/keyedunarchiver.h>
