@@ -6,4 +6,6 @@
 /// \file
 /// Tables of real widgets, views in a column, screens, keyboard and mouse.
 
-#include <dravelin/platform/export.h>
+#include <dravelin/interface/tableutilities.h>
+#include <dravelin/platform/outlineview.h>
+#include <dravelin/platform/tableview.h>
