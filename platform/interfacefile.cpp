@@ -35,7 +35,9 @@ private:
     QString m_path;
 };
 
-std::unique_ptr<QWidget> load(const QString &path)
+} // namespace
+
+std::unique_ptr<QWidget> loadInterfaceFileAt(const QString &path)
 {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) {
@@ -49,8 +51,6 @@ std::unique_ptr<QWidget> load(const QString &path)
     return widget;
 }
 
-} // namespace
-
 std::unique_ptr<QWidget> loadInterfaceFile(const QString &name)
 {
     if (!qobject_cast<QApplication *>(QCoreApplication::instance())) {
@@ -58,10 +58,10 @@ std::unique_ptr<QWidget> loadInterfaceFile(const QString &name)
         return nullptr;
     }
     if (const QString path = Bundle::mainBundle().pathForResource(name, u"ui"_s); !path.isEmpty()) {
-        if (auto widget = load(path))
+        if (auto widget = loadInterfaceFileAt(path))
             return widget;
     }
-    return load(u":/dravelin/%1.ui"_s.arg(name));
+    return loadInterfaceFileAt(u":/dravelin/%1.ui"_s.arg(name));
 }
 
 } // namespace dravelin

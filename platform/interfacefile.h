@@ -18,4 +18,8 @@ namespace dravelin {
 /// \return empty without a QApplication or a usable file; the log names file and cause
 [[nodiscard]] std::unique_ptr<QWidget> loadInterfaceFile(const QString &name);
 
+/// The widget that the interface file at the path describes, which may be one of the application's resources.
+/// \return empty when it cannot be used; the log names file and cause
+[[nodiscard]] std::unique_ptr<QWidget> loadInterfaceFileAt(const QString &path);
+
 } // namespace dravelin

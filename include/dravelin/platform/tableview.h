@@ -5,7 +5,9 @@
 
 #include <dravelin/platform/tableviewdelegate.h>
 
+#include <QtCore/QPointer>
 #include <QtCore/QStringList>
+#include <QtGui/QDrag>
 #include <QtWidgets/QTableView>
 
 #include <concepts>
@@ -17,7 +19,7 @@ namespace dravelin {
 
 namespace detail {
 class CellViews;
-class DropMarker;
+class TableDrops;
 class TableModel;
 class ViewPool;
 } // namespace detail
@@ -161,6 +163,8 @@ protected:
     void updateGeometries() override;
     bool viewportEvent(QEvent *event) override;
     void changeEvent(QEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
     void selectionChanged(const QItemSelection &selected, const QItemSelection &deselected) override;
     void startDrag(Qt::DropActions actions) override;
@@ -170,14 +174,28 @@ protected:
     void dropEvent(QDropEvent *event) override;
 
 private:
+    void changeSelection(const std::function<void()> &change);
+    void tellSelection();
+    void updateCells();
+    void adoptHeight(int height);
+    void paintRow(QPainter &painter, int row);
+    void selectRowOf(const QWidget *focused);
+    void dragSelectedRows();
+    [[nodiscard]] QDrag *prepareDrag(const QList<PasteboardItem> &items, const IndexSet &rows);
+
     std::weak_ptr<TableViewDelegate> m_delegate;
     std::weak_ptr<TableViewDelegate> m_dataSource;
-    std::unique_ptr<detail::TableModel> m_rows;
+    detail::TableModel *m_rows;
     std::unique_ptr<detail::ViewPool> m_pool;
     std::unique_ptr<detail::CellViews> m_cells;
-    std::unique_ptr<detail::DropMarker> m_marker;
+    std::unique_ptr<detail::TableDrops> m_drops;
     QStringList m_draggedTypes;
-    const QMimeData *m_draggedData = nullptr;
+    QPointer<QDrag> m_drag;
+    int m_changes = 0; ///< operations under way that may change the selection
+    bool m_selectionChanged = false;
+    bool m_reloading = false;
+    bool m_hasOwnHeight = false; ///< does not follow the first view
+    bool m_hasHeight = false;
 };
 
 } // namespace dravelin
