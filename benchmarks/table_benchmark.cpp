@@ -21,21 +21,24 @@ using namespace dravelin;
 
 namespace {
 
-constexpr int rowCount = 1'000'000;
-constexpr int columnCount = 3;
+constexpr int rows = 1'000'000;
+constexpr int columns = 3;
 constexpr int rowHeight = 24;
 constexpr int columnWidth = 200;
 constexpr QSize windowSize(640, 700);
 
+qsizetype shift = 0; ///< grows with each reload, which then has something to show
+
 QString textOf(int column, qsizetype row)
 {
-    return QString::number(row) + (column == 0 ? u" first" : column == 1 ? u" second" : u" third");
+    static const QStringList names{"first", "second", "third"};
+    return QString::number(row + shift) + u' ' + names.at(column);
 }
 
 class Labels : public TableViewDelegate
 {
 public:
-    qsizetype rows = rowCount;
+    qsizetype count = rows;
     int made = 0;
 
     Labels()
@@ -46,14 +49,14 @@ public:
         });
         table.setDelegate(this);
         table.setDataSource(this);
-        for (int column = 0; column < columnCount; ++column)
+        for (int column = 0; column < columns; ++column)
             table.addTableColumn({}, columnWidth);
         table.setRowHeight(rowHeight);
         table.resize(windowSize);
         table.show();
         table.reloadData();
     }
-    qsizetype numberOfRowsInTableView(TableView *) override { return rows; }
+    qsizetype numberOfRowsInTableView(TableView *) override { return count; }
     QWidget *viewForTableColumn(TableView *view, int column, qsizetype row) override
     {
         auto *label = static_cast<QLabel *>(view->makeViewWithIdentifier("label"));
@@ -71,8 +74,8 @@ public:
     ~Texts() override { table.setModel(nullptr); }
     Q_DISABLE_COPY_MOVE(Texts)
 
-    int rowCount(const QModelIndex &parent = {}) const override { return parent.isValid() ? 0 : ::rowCount; }
-    int columnCount(const QModelIndex &parent = {}) const override { return parent.isValid() ? 0 : ::columnCount; }
+    int rowCount(const QModelIndex &parent = {}) const override { return parent.isValid() ? 0 : rows; }
+    int columnCount(const QModelIndex &parent = {}) const override { return parent.isValid() ? 0 : columns; }
     QVariant data(const QModelIndex &index, int role) const override
     {
         return role == Qt::DisplayRole ? textOf(index.column(), index.row()) : QVariant();
@@ -111,7 +114,7 @@ void scroll(benchmark::State &state, QTableView &table, bool jumps)
     QScrollBar &bar = *table.verticalScrollBar();
     std::minstd_rand random(1);
     paint();
-    if (bar.maximum() < rowHeight * (rowCount - 100))
+    if (bar.maximum() < rowHeight * (rows - 100))
         std::abort();
     for (auto _ : state) {
         const int next = bar.value() + rowHeight;
@@ -140,10 +143,10 @@ void fillOurs(benchmark::State &state)
     Labels labels;
     for (auto _ : state) {
         state.PauseTiming();
-        labels.rows = 0;
+        labels.count = 0;
         labels.table.reloadData();
         paint();
-        labels.rows = rowCount;
+        labels.count = rows;
         state.ResumeTiming();
         labels.table.reloadData();
         paint();
@@ -156,6 +159,7 @@ void reloadOurs(benchmark::State &state)
     Labels labels;
     paint();
     for (auto _ : state) {
+        ++shift;
         labels.table.reloadData();
         paint();
     }
@@ -167,6 +171,7 @@ void reloadQt(benchmark::State &state)
     texts.show();
     paint();
     for (auto _ : state) {
+        ++shift;
         texts.reload();
         paint();
     }
@@ -175,7 +180,8 @@ void reloadQt(benchmark::State &state)
 void registerCases()
 {
     const auto add = [](const char *name, auto function, auto... arguments) {
-        benchmark::RegisterBenchmark(name, function, arguments...)->Unit(benchmark::kMicrosecond);
+        const auto run = [=](benchmark::State &state) { function(state, arguments...); };
+        benchmark::RegisterBenchmark(name, run)->Unit(benchmark::kMicrosecond);
     };
     add("fill/ours/1e6", fillOurs);
     add("reload/ours/1e6", reloadOurs);

@@ -164,7 +164,7 @@ bool CellViews::take(QWidget *view, QPointer<QWidget> &place)
         view = nullptr;
     }
     if (view && view->parentWidget() != m_table.viewport())
-        view->setParent(m_table.viewport());
+        adopt(view, m_table.viewport());
     place = view;
     return !m_again;
 }

@@ -100,9 +100,9 @@ void TableView::changeRows(int rows)
 
 qsizetype TableView::numberOfRows() const { return m_rows->rowCount(); }
 
-void TableView::registerView(const QString &identifier, ViewFactory factory)
+void TableView::registerView(const QString &identifier, const ViewFactory &factory)
 {
-    m_pool->setFactory(identifier, std::move(factory));
+    m_pool->setFactory(identifier, factory);
 }
 
 void TableView::registerInterfaceFile(const QString &identifier, const QString &path)

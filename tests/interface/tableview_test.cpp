@@ -152,7 +152,10 @@ TEST(TableViewTest, SelectsRows)
         EXPECT_EQ(table.selectedRowIndexes(), expected) << name;
     }
     const QPalette palette = table.palette();
-    const auto colorOf = [&](int row) { return table.viewAtColumn(0, row)->palette().windowText().color(); };
+    const auto colorOf = [&](int row) {
+        const QWidget *view = table.viewAtColumn(0, row);
+        return view->palette().color(view->foregroundRole());
+    };
     EXPECT_EQ(colorOf(6), palette.highlightedText().color());
     EXPECT_EQ(colorOf(5), palette.windowText().color());
     fixture.selections.clear();

@@ -75,7 +75,7 @@ public:
 
     /// From now on makeViewWithIdentifier() makes views for this identifier with the factory. Those that wait to be
     /// used again are deleted.
-    void registerView(const QString &identifier, ViewFactory factory);
+    void registerView(const QString &identifier, const ViewFactory &factory);
     template <std::invocable<> Factory>
     void registerView(const QString &identifier, Factory factory)
     {
@@ -196,7 +196,7 @@ private:
     bool m_selectionChanged = false;
     bool m_unsettled = false; ///< geometry is being changed: no views before it is done
     bool m_startsDrag = false;
-    bool m_hasDragged = false; ///< since the button went down
+    bool m_hasDragged = false;   ///< since the button went down
     bool m_hasOwnHeight = false; ///< does not follow the first view
     bool m_hasHeight = false;
 };
