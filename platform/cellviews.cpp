@@ -130,28 +130,32 @@ bool CellViews::fillRow(int number)
 {
     const QPointer<TableView> table(&m_table);
     Row row{number, {}, {}};
-    const int columns = m_table.model()->columnCount();
-    row.cells.resize(columns);
-    bool goesOn = true;
-    if (TableViewDelegate *delegate = m_table.delegate()) {
-        QWidget *view = delegate->rowViewForRow(&m_table, number);
-        goesOn = table && take(view, row.background);
-        if (goesOn && row.background)
-            row.background->lower();
-    }
-    for (int column = 0; goesOn && column < columns; ++column) {
-        TableViewDelegate *delegate = m_table.delegate();
-        if (!delegate)
-            break;
-        QWidget *view = delegate->viewForTableColumn(&m_table, column, number);
-        goesOn = table && take(view, row.cells[column]);
-    }
+    const bool goesOn = makeViews(row);
     if (!table)
         return false;
     row.forEach([selected = isSelected(row)](QWidget *view) { highlight(view, selected); });
     const auto earlier = [](const Row &other, int wanted) { return other.number < wanted; };
     m_rows.insert(std::lower_bound(m_rows.begin(), m_rows.end(), number, earlier), std::move(row));
     return goesOn;
+}
+
+/// \return as fillRow()
+bool CellViews::makeViews(Row &row)
+{
+    row.cells.resize(m_table.model()->columnCount());
+    const auto make = [&, table = QPointer<TableView>(&m_table)](QPointer<QWidget> &place, auto ask) {
+        TableViewDelegate *delegate = m_table.delegate();
+        QWidget *view = delegate ? ask(*delegate) : nullptr;
+        return table && take(view, place);
+    };
+    if (!make(row.background, [&](auto &delegate) { return delegate.rowViewForRow(&m_table, row.number); }))
+        return false;
+    if (row.background)
+        row.background->lower();
+    int column = 0;
+    return std::all_of(row.cells.begin(), row.cells.end(), [&](QPointer<QWidget> &cell) {
+        return make(cell, [&](auto &delegate) { return delegate.viewForTableColumn(&m_table, column++, row.number); });
+    });
 }
 
 /// \return false when the table has to be filled anew

@@ -61,6 +61,7 @@ private:
     [[nodiscard]] bool isShown(const QWidget *view) const;
     void fill();
     bool fillRow(int number);
+    bool makeViews(Row &row);
     bool take(QWidget *view, QPointer<QWidget> &place);
     void takeFocusFrom(Span keeping) const;
     void retireOutside(Span span);
