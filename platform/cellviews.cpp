@@ -65,6 +65,11 @@ void CellViews::Row::forEach(Visit visit) const
     }
 }
 
+bool CellViews::Row::has(const QWidget *view) const
+{
+    return background == view || std::find(cells.begin(), cells.end(), view) != cells.end();
+}
+
 void CellViews::reload()
 {
     m_stale = true;
@@ -146,7 +151,7 @@ bool CellViews::makeViews(Row &row)
     const auto make = [&, table = QPointer<TableView>(&m_table)](QPointer<QWidget> &place, auto ask) {
         TableViewDelegate *delegate = m_table.delegate();
         QWidget *view = delegate ? ask(*delegate) : nullptr;
-        return table && take(view, place);
+        return table && take(view, row, place);
     };
     if (!make(row.background, [&](auto &delegate) { return delegate.rowViewForRow(&m_table, row.number); }))
         return false;
@@ -159,12 +164,13 @@ bool CellViews::makeViews(Row &row)
 }
 
 /// \return false when the table has to be filled anew
-bool CellViews::take(QWidget *view, QPointer<QWidget> &place)
+bool CellViews::take(QWidget *view, Row &row, QPointer<QWidget> &place)
 {
     const bool isFresh = view && m_pool.claim(view);
     m_pool.reclaim();
-    if (view && !isFresh && isShown(view)) {
-        logWarning(u"Table: a delegate gave the same view for two cells"_s);
+    if (view && !isFresh && (row.has(view) || isShown(view))) {
+        if (!std::exchange(m_hasReported, true))
+            logWarning(u"Table: its delegate gave the same view for two cells"_s);
         view = nullptr;
     }
     if (view && view->parentWidget() != m_table.viewport())
@@ -175,9 +181,7 @@ bool CellViews::take(QWidget *view, QPointer<QWidget> &place)
 
 bool CellViews::isShown(const QWidget *view) const
 {
-    return std::any_of(m_rows.begin(), m_rows.end(), [view](const Row &row) {
-        return row.background == view || std::find(row.cells.begin(), row.cells.end(), view) != row.cells.end();
-    });
+    return std::any_of(m_rows.begin(), m_rows.end(), [view](const Row &row) { return row.has(view); });
 }
 
 void CellViews::retireOutside(Span span)
