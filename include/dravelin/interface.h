@@ -9,3 +9,6 @@
 #include <dravelin/interface/input.h>
 #include <dravelin/interface/screens.h>
 #include <dravelin/interface/stackview.h>
+#include <dravelin/interface/tableutilities.h>
+#include <dravelin/platform/outlineview.h>
+#include <dravelin/platform/tableview.h>

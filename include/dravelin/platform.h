@@ -20,6 +20,7 @@
 #include <dravelin/platform/image.h>
 #include <dravelin/platform/imagefocus.h>
 #include <dravelin/platform/imagerep.h>
+#include <dravelin/platform/indexset.h>
 #include <dravelin/platform/inputstate.h>
 #include <dravelin/platform/interfacefile.h>
 #include <dravelin/platform/keyedarchiver.h>
@@ -28,12 +29,16 @@
 #include <dravelin/platform/log.h>
 #include <dravelin/platform/notificationcenter.h>
 #include <dravelin/platform/object.h>
+#include <dravelin/platform/outlineview.h>
+#include <dravelin/platform/pasteboarditem.h>
 #include <dravelin/platform/propertylist.h>
 #include <dravelin/platform/range.h>
 #include <dravelin/platform/selector.h>
 #include <dravelin/platform/sounddata.h>
 #include <dravelin/platform/soundoutput.h>
 #include <dravelin/platform/soundplayer.h>
+#include <dravelin/platform/tableview.h>
+#include <dravelin/platform/tableviewdelegate.h>
 #include <dravelin/platform/timer.h>
 #include <dravelin/platform/undomanager.h>
 #include <dravelin/platform/userdefaults.h>
