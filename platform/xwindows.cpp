@@ -120,15 +120,21 @@ class XServer
 public:
     XServer() : m_connection(xcb_connect(nullptr, &m_screen))
     {
-        if (isConnected()) {
+        if (isConnected())
             internAtoms();
-            m_area = area();
-        }
     }
     ~XServer() { xcb_disconnect(m_connection); }
     Q_DISABLE_COPY_MOVE(XServer)
 
     [[nodiscard]] bool isConnected() const { return xcb_connection_has_error(m_connection) == 0; }
+
+    /// Takes note of the screen's size, and throws away what the server tells every client unasked.
+    void begin()
+    {
+        while (const Owned<xcb_generic_event_t> event{xcb_poll_for_event(m_connection)}) {
+        }
+        m_area = area();
+    }
 
     /// From the back to the front.
     [[nodiscard]] Cards windows() const
@@ -262,13 +268,23 @@ private:
     QRect m_area;
 };
 
-} // namespace
-
-QList<WindowInfo> xWindows()
+/// The connection is kept for the next question. One that broke, and one to another display, is replaced.
+XServer &keptServer()
 {
-    const XServer server;
-    if (!server.isConnected())
-        return {};
+    static QByteArray display;
+    static std::unique_ptr<XServer> kept;
+    const QByteArray wanted = qgetenv("DISPLAY");
+    if (!kept || !kept->isConnected() || display != wanted) {
+        kept = nullptr;
+        kept = std::make_unique<XServer>();
+        display = wanted;
+    }
+    return *kept;
+}
+
+QList<WindowInfo> describeWindows(XServer &server)
+{
+    server.begin();
     std::vector<Questions> asked;
     for (const xcb_window_t window : server.windows())
         asked.push_back(server.askAbout(window));
@@ -281,6 +297,21 @@ QList<WindowInfo> xWindows()
         }
     }
     return windows;
+}
+
+} // namespace
+
+QList<WindowInfo> xWindows()
+{
+    for (int attempt = 0; attempt < 2; ++attempt) { // that a kept connection broke shows only when it is used
+        XServer &server = keptServer();
+        if (!server.isConnected())
+            return {};
+        QList<WindowInfo> windows = describeWindows(server);
+        if (server.isConnected())
+            return windows;
+    }
+    return {};
 }
 
 } // namespace dravelin
