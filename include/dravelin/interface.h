@@ -7,5 +7,6 @@
 /// Tables of real widgets, views in a column, screens, keyboard and mouse.
 
 #include <dravelin/interface/tableutilities.h>
+#include <dravelin/interface/tableviewhandler.h>
 #include <dravelin/platform/outlineview.h>
 #include <dravelin/platform/tableview.h>
