@@ -118,11 +118,11 @@ CellViews::Span CellViews::rowsInSight() const
 {
     const int rows = int(m_table.numberOfRows());
     const int height = m_table.viewport()->height();
-    if (rows == 0 || height <= 0)
-        return {0, -1};
     const int first = m_table.rowAt(0);
     const int last = m_table.rowAt(height - 1);
-    return {first < 0 ? 0 : first, last < 0 ? rows - 1 : last};
+    if (first < 0 || height <= 0)
+        return {0, -1};
+    return {first, last < 0 ? rows - 1 : last};
 }
 
 /// \return false when the table is gone or has to be filled anew
@@ -164,7 +164,7 @@ bool CellViews::take(QWidget *view, QPointer<QWidget> &place)
         view = nullptr;
     }
     if (view && view->parentWidget() != m_table.viewport())
-        view->setParent(m_table.viewport());
+        adopt(view, m_table.viewport());
     place = view;
     return !m_again;
 }

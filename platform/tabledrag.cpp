@@ -25,11 +25,8 @@ void TableView::mousePressEvent(QMouseEvent *event)
     QTableView::mousePressEvent(event);
 }
 
-/// Later, since the drag runs an event loop in which the table may be deleted, which the caller would not survive.
-void TableView::startDrag(Qt::DropActions)
-{
-    QMetaObject::invokeMethod(this, &TableView::dragSelectedRows, Qt::QueuedConnection);
-}
+/// viewportEvent() does it when the caller is done, which would not survive that the table is deleted during a drag.
+void TableView::startDrag(Qt::DropActions) { m_startsDrag = true; }
 
 void TableView::dragSelectedRows()
 {

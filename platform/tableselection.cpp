@@ -110,6 +110,11 @@ bool TableView::viewportEvent(QEvent *event)
     // Comes whenever a view changes its text; the rows' height does not follow.
     if (event->type() == QEvent::LayoutRequest)
         return true;
+    // A button that is still down after a drag that was cancelled must not select.
+    if (event->type() == QEvent::MouseMove && m_hasDragged)
+        return true;
+    if (event->type() == QEvent::MouseButtonPress)
+        m_hasDragged = false;
     if (!event->isInputEvent())
         return QTableView::viewportEvent(event);
     const QPointer<TableView> self(this);
@@ -118,6 +123,10 @@ bool TableView::viewportEvent(QEvent *event)
         const bool result = QTableView::viewportEvent(event);
         isHandled = !self || result;
     });
+    if (self && std::exchange(m_startsDrag, false)) {
+        m_hasDragged = true;
+        dragSelectedRows();
+    }
     return !self || isHandled;
 }
 

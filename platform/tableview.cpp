@@ -81,21 +81,28 @@ void TableView::reloadData()
     if (wanted > most)
         logWarning(u"Table: shows %1 of %2 rows, which is as many as fit"_s.arg(most).arg(wanted));
     changeSelection([&] {
-        {
-            const QScopedValueRollback reloading(m_reloading, true);
-            m_rows->setRows(int(std::min(wanted, most)));
-        }
+        changeRows(int(std::min(wanted, most)));
         m_cells->reload();
         if (self)
             updateCells();
     });
 }
 
+void TableView::changeRows(int rows)
+{
+    const QScopedValueRollback reloading(m_unsettled, true);
+    const bool scrolls = hasAutoScroll();
+    setAutoScroll(false); // to the row that becomes current for one that vanished
+    m_rows->setRows(rows);
+    QTableView::updateGeometries();
+    setAutoScroll(scrolls);
+}
+
 qsizetype TableView::numberOfRows() const { return m_rows->rowCount(); }
 
-void TableView::registerView(const QString &identifier, ViewFactory factory)
+void TableView::registerView(const QString &identifier, const ViewFactory &factory)
 {
-    m_pool->setFactory(identifier, std::move(factory));
+    m_pool->setFactory(identifier, factory);
 }
 
 void TableView::registerInterfaceFile(const QString &identifier, const QString &path)
@@ -141,15 +148,20 @@ void TableView::adoptHeight(int height)
 {
     if (height == rowHeight())
         return;
-    verticalHeader()->setDefaultSectionSize(height);
+    {
+        const QScopedValueRollback changing(m_unsettled, true);
+        verticalHeader()->setDefaultSectionSize(height);
+    }
+    const QPointer<TableView> self(this);
     updateGeometries();
-    Q_EMIT rowHeightChanged();
+    if (self)
+        Q_EMIT rowHeightChanged();
 }
 
 /// Shows the rows in sight; the first of them decides how high rows are, unless that was set.
 void TableView::updateCells()
 {
-    if (m_reloading)
+    if (m_unsettled)
         return;
     const QPointer<TableView> self(this);
     m_cells->update();
@@ -183,9 +195,11 @@ void TableView::scrollContentsBy(int dx, int dy)
 
 void TableView::updateGeometries()
 {
-    const QPointer<TableView> self(this);
-    QTableView::updateGeometries();
-    if (self && m_cells)
+    {
+        const QScopedValueRollback changing(m_unsettled, true);
+        QTableView::updateGeometries();
+    }
+    if (m_cells)
         updateCells();
 }
 

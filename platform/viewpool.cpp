@@ -11,15 +11,21 @@ using namespace Qt::StringLiterals;
 
 namespace dravelin::detail {
 
+void adopt(QWidget *view, QWidget *viewport)
+{
+    view->setForegroundRole(view->foregroundRole()); // or it would become the viewport's
+    view->setParent(viewport);
+}
+
 void dispose(QWidget *view)
 {
     view->hide();
     view->deleteLater();
 }
 
-void ViewPool::setFactory(const QString &identifier, TableView::ViewFactory factory)
+void ViewPool::setFactory(const QString &identifier, const TableView::ViewFactory &factory)
 {
-    m_factories.insert(identifier, std::move(factory));
+    m_factories.insert(identifier, factory);
     m_reported.remove(identifier);
     const QList<QWidget *> waiting = m_waiting.take(identifier);
     for (QWidget *view : waiting)
@@ -35,7 +41,7 @@ QWidget *ViewPool::make(const QString &identifier, QObject *owner)
         return m_unclaimed.last();
     }
     QWidget *view = create(identifier, owner).release();
-    view->setParent(m_viewport);
+    adopt(view, m_viewport);
     connect(view, &QObject::destroyed, this, &ViewPool::forget);
     m_identifiers.insert(view, identifier);
     m_unclaimed.append(view);

@@ -19,7 +19,7 @@ class ViewPool : public QObject
 public:
     explicit ViewPool(QWidget *viewport) : m_viewport(viewport) {}
 
-    void setFactory(const QString &identifier, TableView::ViewFactory factory);
+    void setFactory(const QString &identifier, const TableView::ViewFactory &factory);
 
     /// The view that waits longest: rows that follow each other then keep the views of the same place.
     [[nodiscard]] QWidget *make(const QString &identifier, QObject *owner);
@@ -47,6 +47,10 @@ private:
     QList<QWidget *> m_toHide;
     QSet<QString> m_reported; ///< identifiers without a view
 };
+
+/// Puts a view into the viewport. Its texts keep to WindowText, so that selected rows can have another colour for them
+/// without changing text fields.
+void adopt(QWidget *view, QWidget *viewport);
 
 /// Removes a view that is in use, perhaps by the caller.
 void dispose(QWidget *view);

@@ -152,7 +152,10 @@ TEST(TableViewTest, SelectsRows)
         EXPECT_EQ(table.selectedRowIndexes(), expected) << name;
     }
     const QPalette palette = table.palette();
-    const auto colorOf = [&](int row) { return table.viewAtColumn(0, row)->palette().windowText().color(); };
+    const auto colorOf = [&](int row) {
+        const QWidget *view = table.viewAtColumn(0, row);
+        return view->palette().color(view->foregroundRole());
+    };
     EXPECT_EQ(colorOf(6), palette.highlightedText().color());
     EXPECT_EQ(colorOf(5), palette.windowText().color());
     fixture.selections.clear();
@@ -171,6 +174,7 @@ public:
     QLineEdit *edit = new QLineEdit(this);
 
     Form() { edit->move(60, 0); }
+    [[nodiscard]] QSize sizeHint() const override { return {200, 60}; }
 };
 
 class FormDelegate : public TableViewDelegate
@@ -216,14 +220,15 @@ TEST(TableViewTest, CellsMayHaveButtonsAndTextFields)
     EXPECT_EQ(table.selectedRowIndexes(), IndexSet{1}) << "typing selects the row";
     qsizetype edited = -1;
     QObject::connect(form->edit, &QLineEdit::editingFinished, [&] { edited = table.rowForView(form->edit); });
+    QTest::keyClicks(form->edit, "text");
     table.verticalScrollBar()->setValue(table.verticalScrollBar()->maximum());
     EXPECT_EQ(edited, 1) << "delivered before the view is used again";
     table.verticalScrollBar()->setValue(0);
     ASSERT_TRUE(table.rowViewAtRow(1));
     EXPECT_EQ(table.rowViewAtRow(1)->geometry(),
               QRect(0, table.rowHeight(), table.viewport()->width(), table.rowHeight()));
-    EXPECT_EQ(table.viewport()->childAt(table.visualRect(table.model()->index(1, 0)).center())->parentWidget(),
-              table.viewport());
+    EXPECT_EQ(table.viewport()->childAt(table.viewport()->width() - 2, table.rowHeight() + 2), table.viewAtColumn(0, 1))
+        << "cells lie above";
 }
 
 TEST(TableViewTest, MakesViewsByIdentifier)
@@ -300,12 +305,10 @@ TEST(TableViewTest, CallbacksMayReloadOrDeleteAnything)
     }
     const std::vector<std::pair<const char *, std::function<void(TableFixture &)>>> ends{
         {"reload", [](auto &fixture) { fixture.table->reloadData(); }},
-        {"line", [](auto &fixture) { fixture.table->verticalScrollBar()->setValue(30); }},
-        {"jump", [](auto &fixture) { fixture.table->verticalScrollBar()->setValue(9000); }},
         {"row height", [](auto &fixture) { fixture.table->setRowHeight(5); }},
         {"select", [](auto &fixture) { selectRow(fixture.table, 3); }},
-        {"click", [](auto &fixture) { QTest::mouseClick(fixture.table->viewAtColumn(0, 2), Qt::LeftButton); }},
-        {"key", [](auto &fixture) { QTest::keyClick(fixture.table, Qt::Key_Down); }},
+        {"click", [](auto &fixture) { QTest::mousePress(fixture.table->viewAtColumn(0, 2), Qt::LeftButton); }},
+        {"key", [](auto &fixture) { QTest::keyPress(fixture.table, Qt::Key_Down); }},
     };
     for (const auto &[name, end] : ends) {
         TableFixture fixture(1000);

@@ -75,7 +75,7 @@ public:
 
     /// From now on makeViewWithIdentifier() makes views for this identifier with the factory. Those that wait to be
     /// used again are deleted.
-    void registerView(const QString &identifier, ViewFactory factory);
+    void registerView(const QString &identifier, const ViewFactory &factory);
     template <std::invocable<> Factory>
     void registerView(const QString &identifier, Factory factory)
     {
@@ -176,6 +176,7 @@ protected:
 private:
     void changeSelection(const std::function<void()> &change);
     void tellSelection();
+    void changeRows(int rows);
     void updateCells();
     void adoptHeight(int height);
     void paintRow(QPainter &painter, int row);
@@ -193,7 +194,9 @@ private:
     QPointer<QDrag> m_drag;
     int m_changes = 0; ///< operations under way that may change the selection
     bool m_selectionChanged = false;
-    bool m_reloading = false;
+    bool m_unsettled = false; ///< geometry is being changed: no views before it is done
+    bool m_startsDrag = false;
+    bool m_hasDragged = false;   ///< since the button went down
     bool m_hasOwnHeight = false; ///< does not follow the first view
     bool m_hasHeight = false;
 };

@@ -26,7 +26,8 @@ enum class DropOperation { On = 0, Above = 1 };
 /// What a TableView asks for its rows and views, and tells of selection and drags.
 ///
 /// A table holds it weakly: one that is destroyed is not called any more. All calls come on the thread of the
-/// interface. A call may reload the table, give it another delegate or delete it.
+/// interface. A call may reload the table, give it another delegate or delete it; but where views are asked for, which
+/// also happens within the scroll bars' own work, deleteLater() is the way to delete the table.
 class DRAVELIN_EXPORT TableViewDelegate
 {
 public:
