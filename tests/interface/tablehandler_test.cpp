@@ -14,6 +14,8 @@
 
 #include <gmock/gmock.h>
 
+#include <cstring>
+
 using namespace dravelin;
 using testing::ElementsAre;
 
@@ -80,6 +82,13 @@ QVariantList letters(const QString &text)
     for (const QChar letter : text)
         values << QString(letter);
     return values;
+}
+
+/// Whether one is a copy of the other, which equal values need not be.
+bool isSame(const QVariant &a, const QVariant &b)
+{
+    return a.metaType() == b.metaType()
+           && std::memcmp(a.constData(), b.constData(), std::size_t(a.metaType().sizeOf())) == 0;
 }
 
 struct Unequal
@@ -154,13 +163,9 @@ TEST_F(TableHandlerTest, GathersDroppedRowsAtTheFirstOfThem)
     for (const auto &[name, before, dragged, after] : cases) {
         setRows(before);
         EXPECT_TRUE(drop(dragged)) << name;
-        std::vector<int> types, expected;
         ASSERT_EQ(std::size_t(rows->size()), after.size()) << name;
-        for (std::size_t row = 0; row < after.size(); ++row) {
-            const QVariant &value = before[after[row]];
-            EXPECT_EQ((*rows)[qsizetype(row)].metaType(), value.metaType()) << name << row;
-            EXPECT_EQ((*rows)[qsizetype(row)].toString(), value.toString()) << name << row;
-        }
+        for (std::size_t row = 0; row < after.size(); ++row)
+            EXPECT_TRUE(isSame((*rows)[qsizetype(row)], before[after[row]])) << name << ' ' << row;
         EXPECT_EQ(table->numberOfRows(), rows->size()) << name;
         EXPECT_TRUE(table->selectedRowIndexes().isEmpty()) << name;
     }
