@@ -9,6 +9,7 @@
 #include "overlay/overlaypage.h"
 #include "photo/photopage.h"
 #include "preferences/preferencespage.h"
+#include "table/tablepage.h"
 #include "undo/undopage.h"
 
 #include <dravelin/version.h>
@@ -37,6 +38,7 @@ Window::Window() : m_list(new QListWidget), m_stack(new QStackedWidget)
     add(new EncodingPage);
     add(new PhotoPage);
     add(new OverlayPage);
+    add(new TablePage);
     add(new DiagnosticsPage);
     show(m_pages.constFirst());
     resize(1120, 680);
