@@ -15,6 +15,7 @@ namespace {
 constexpr int mostRows = 4;
 constexpr int mostWidth = 480;
 constexpr qreal opacity = 0.75;
+constexpr QPoint offset(24, 6); ///< from under the pointer, where the rows would hide the line that shows where they go
 
 QList<QRect> rowsInSight(const QTableView &table, const IndexSet &rows)
 {
@@ -27,18 +28,6 @@ QList<QRect> rowsInSight(const QTableView &table, const IndexSet &rows)
             rects.append({0, table.rowViewportPosition(row), viewport.width(), table.rowHeight(row)});
     }
     return rects;
-}
-
-/// \return the upper edge of the row under the pointer within the picture, and where the pointer is in it
-QPoint hotSpotIn(const QList<QRect> &rects, QPoint pointer)
-{
-    int y = 0;
-    for (const QRect &rect : rects) {
-        if (pointer.y() >= rect.top() && pointer.y() <= rect.bottom())
-            return {pointer.x(), y + pointer.y() - rect.top()};
-        y += rect.height();
-    }
-    return {pointer.x(), y / 2};
 }
 
 void drawBadge(QPainter &painter, const QWidget &table, quint64 count, int right)
@@ -80,8 +69,7 @@ DragPicture dragPicture(const QTableView &table, const IndexSet &rows, QPoint po
     painter.setOpacity(1);
     if (rows.count() > 1)
         drawBadge(painter, table, rows.count(), size.width());
-    const QPoint hotSpot = hotSpotIn(rects, pointer);
-    return {pixmap, {std::min(hotSpot.x(), size.width() - 1), hotSpot.y()}};
+    return {pixmap, QPoint(std::min(pointer.x(), size.width() - 1), 0) - offset};
 }
 
 } // namespace dravelin::detail

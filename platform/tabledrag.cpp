@@ -30,8 +30,6 @@ void TableView::startDrag(Qt::DropActions) { m_startsDrag = true; }
 
 void TableView::dragSelectedRows()
 {
-    if (m_drag)
-        return;
     const QPointer<TableView> self(this);
     QList<PasteboardItem> items;
     IndexSet rows;
@@ -44,9 +42,10 @@ void TableView::dragSelectedRows()
         items.append(*item);
         rows.insert(row);
     }
-    if (rows.isEmpty() || !self)
+    TableViewDelegate *told = self ? dataSource() : nullptr;
+    if (rows.isEmpty() || !told)
         return;
-    dataSource()->willBeginAtPoint(this, QCursor::pos(), rows);
+    told->willBeginAtPoint(this, QCursor::pos(), rows);
     if (!self)
         return;
     const Qt::DropAction action = prepareDrag(items, rows)->exec(Qt::MoveAction | Qt::CopyAction, Qt::MoveAction);

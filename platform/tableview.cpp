@@ -51,6 +51,7 @@ TableView::TableView(QWidget *parent)
 
 TableView::~TableView()
 {
+    qApp->disconnect(this); // the focus leaves the views while they are destroyed
     // A drag that goes on ends without its table.
     if (m_drag) {
         m_drag->setParent(nullptr);
