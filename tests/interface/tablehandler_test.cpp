@@ -268,6 +268,21 @@ TEST_F(TableHandlerTest, MovesSelectedRowsByKeys)
     EXPECT_EQ(table->accessibleDescription(), "The application's");
 }
 
+TEST_F(TableHandlerTest, LabelsWithinSelectedCellsHaveTheColourForThem)
+{
+    struct Composite : QWidget
+    {
+        QLabel *label = new QLabel("x", this);
+    };
+    table->registerView<Composite>("cell");
+    const TableViewHandler plain(table, "cell");
+    *plain.sourceData() = {1, 2};
+    table->reloadData();
+    table->selectRowIndexes({1}, false);
+    const QLabel *label = dynamic_cast<Composite *>(table->viewAtColumn(0, 1))->label;
+    EXPECT_EQ(label->palette().color(label->foregroundRole()), table->palette().highlightedText().color());
+}
+
 TEST_F(TableHandlerTest, HooksMayDeleteTheHandler)
 {
     const auto remove = [this] { handler.reset(); };

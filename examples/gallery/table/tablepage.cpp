@@ -171,7 +171,7 @@ QString TablePage::order() const
 {
     QStringList names;
     for (const QVariant &row : std::as_const(m_rows.tableData()).first(qMin(m_rows.tableData().size(), 12)))
-        names << QFileInfo(row.toString()).completeBaseName().section(u'_', 0, 0);
+        names << QFileInfo(row.toString()).completeBaseName().section(u"_by_"_s, 0, 0);
     return tr("Order: %1").arg(names.join(u", "_s));
 }
 

@@ -128,6 +128,9 @@ private:
             return !selected.isEmpty() && m_page.m_files->filePath(selected.constFirst()) == path;
         };
         m_tour.waitFor(isSelected, u"a photo is shown in its folder"_s);
+        const QModelIndex folder = m_page.m_files->index(QFileInfo(path).path());
+        m_tour.waitFor([&] { return m_page.m_files->rowCount(folder) >= m_before.size(); }, u"with the others"_s);
+        m_page.m_folders->scrollTo(m_page.m_files->index(path), QAbstractItemView::PositionAtCenter);
         m_tour.waitFor([&] { return m_page.m_folders->viewport()->rect().intersects(shown(path)); }, u"in sight"_s);
         m_tour.picture(m_page.window(), u"table-6-folder"_s);
         m_report += u"shown in its folder\n    %1\n"_s.arg(path);
