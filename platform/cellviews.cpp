@@ -65,6 +65,11 @@ void CellViews::Row::forEach(Visit visit) const
     }
 }
 
+bool CellViews::Row::has(const QWidget *view) const
+{
+    return background == view || std::find(cells.begin(), cells.end(), view) != cells.end();
+}
+
 void CellViews::reload()
 {
     m_stale = true;
@@ -130,22 +135,7 @@ bool CellViews::fillRow(int number)
 {
     const QPointer<TableView> table(&m_table);
     Row row{number, {}, {}};
-    const int columns = m_table.model()->columnCount();
-    row.cells.resize(columns);
-    bool goesOn = true;
-    if (TableViewDelegate *delegate = m_table.delegate()) {
-        QWidget *view = delegate->rowViewForRow(&m_table, number);
-        goesOn = table && take(view, row.background);
-        if (goesOn && row.background)
-            row.background->lower();
-    }
-    for (int column = 0; goesOn && column < columns; ++column) {
-        TableViewDelegate *delegate = m_table.delegate();
-        if (!delegate)
-            break;
-        QWidget *view = delegate->viewForTableColumn(&m_table, column, number);
-        goesOn = table && take(view, row.cells[column]);
-    }
+    const bool goesOn = makeViews(row);
     if (!table)
         return false;
     row.forEach([selected = isSelected(row)](QWidget *view) { highlight(view, selected); });
@@ -154,13 +144,33 @@ bool CellViews::fillRow(int number)
     return goesOn;
 }
 
+/// \return as fillRow()
+bool CellViews::makeViews(Row &row)
+{
+    row.cells.resize(m_table.model()->columnCount());
+    const auto make = [&, table = QPointer<TableView>(&m_table)](QPointer<QWidget> &place, auto ask) {
+        TableViewDelegate *delegate = m_table.delegate();
+        QWidget *view = delegate ? ask(*delegate) : nullptr;
+        return table && take(view, row, place);
+    };
+    if (!make(row.background, [&](auto &delegate) { return delegate.rowViewForRow(&m_table, row.number); }))
+        return false;
+    if (row.background)
+        row.background->lower();
+    int column = 0;
+    return std::all_of(row.cells.begin(), row.cells.end(), [&](QPointer<QWidget> &cell) {
+        return make(cell, [&](auto &delegate) { return delegate.viewForTableColumn(&m_table, column++, row.number); });
+    });
+}
+
 /// \return false when the table has to be filled anew
-bool CellViews::take(QWidget *view, QPointer<QWidget> &place)
+bool CellViews::take(QWidget *view, Row &row, QPointer<QWidget> &place)
 {
     const bool isFresh = view && m_pool.claim(view);
     m_pool.reclaim();
-    if (view && !isFresh && isShown(view)) {
-        logWarning(u"Table: a delegate gave the same view for two cells"_s);
+    if (view && !isFresh && (row.has(view) || isShown(view))) {
+        if (!std::exchange(m_hasReported, true))
+            logWarning(u"Table: its delegate gave the same view for two cells"_s);
         view = nullptr;
     }
     if (view && view->parentWidget() != m_table.viewport())
@@ -171,9 +181,7 @@ bool CellViews::take(QWidget *view, QPointer<QWidget> &place)
 
 bool CellViews::isShown(const QWidget *view) const
 {
-    return std::any_of(m_rows.begin(), m_rows.end(), [view](const Row &row) {
-        return row.background == view || std::find(row.cells.begin(), row.cells.end(), view) != row.cells.end();
-    });
+    return std::any_of(m_rows.begin(), m_rows.end(), [view](const Row &row) { return row.has(view); });
 }
 
 void CellViews::retireOutside(Span span)

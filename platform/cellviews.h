@@ -46,6 +46,7 @@ private:
         QPointer<QWidget> background;
         QVarLengthArray<QPointer<QWidget>, 4> cells;
 
+        [[nodiscard]] bool has(const QWidget *view) const;
         template <class Visit>
         void forEach(Visit visit) const;
     };
@@ -61,7 +62,8 @@ private:
     [[nodiscard]] bool isShown(const QWidget *view) const;
     void fill();
     bool fillRow(int number);
-    bool take(QWidget *view, QPointer<QWidget> &place);
+    bool makeViews(Row &row);
+    bool take(QWidget *view, Row &row, QPointer<QWidget> &place);
     void takeFocusFrom(Span keeping) const;
     void retireOutside(Span span);
     void placeRow(const Row &row);
@@ -72,6 +74,7 @@ private:
     bool m_updating = false;
     bool m_again = false;
     bool m_stale = false;
+    bool m_hasReported = false; ///< that a view was given twice
 };
 
 } // namespace dravelin::detail

@@ -30,8 +30,20 @@ QList<QRect> rowsInSight(const QTableView &table, const IndexSet &rows)
     return rects;
 }
 
+void drawRows(QPainter &painter, QWidget &viewport, const QList<QRect> &rects, int width)
+{
+    painter.setOpacity(opacity);
+    int y = 0;
+    for (const QRect &rect : rects) {
+        painter.drawPixmap(0, y, viewport.grab({rect.topLeft(), QSize(width, rect.height())}));
+        y += rect.height();
+    }
+    painter.setOpacity(1);
+}
+
 void drawBadge(QPainter &painter, const QWidget &table, quint64 count, int right)
 {
+    painter.setRenderHint(QPainter::Antialiasing);
     const QString text = QString::number(count);
     const QFontMetrics metrics(painter.font());
     const int height = metrics.height() + 2;
@@ -54,19 +66,11 @@ DragPicture dragPicture(const QTableView &table, const IndexSet &rows, QPoint po
         size.rheight() += rect.height();
     if (size.isEmpty())
         return {};
-    const qreal ratio = table.devicePixelRatioF();
-    QPixmap pixmap(size * ratio);
-    pixmap.setDevicePixelRatio(ratio);
+    QPixmap pixmap(size * table.devicePixelRatioF());
+    pixmap.setDevicePixelRatio(table.devicePixelRatioF());
     pixmap.fill(Qt::transparent);
     QPainter painter(&pixmap);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setOpacity(opacity);
-    int y = 0;
-    for (const QRect &rect : rects) {
-        painter.drawPixmap(0, y, table.viewport()->grab({rect.topLeft(), QSize(size.width(), rect.height())}));
-        y += rect.height();
-    }
-    painter.setOpacity(1);
+    drawRows(painter, *table.viewport(), rects, size.width());
     if (rows.count() > 1)
         drawBadge(painter, table, rows.count(), size.width());
     return {pixmap, QPoint(std::min(pointer.x(), size.width() - 1), 0) - offset};

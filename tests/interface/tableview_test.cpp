@@ -262,6 +262,34 @@ TEST(TableViewTest, MakesViewsByIdentifier)
     EXPECT_EQ(log.take().size(), 2) << "once for each";
 }
 
+TEST(TableViewTest, OneViewIsInOneCellOnly)
+{
+    class Stubborn : public FormDelegate
+    {
+    public:
+        QWidget *last = nullptr;
+
+        QWidget *viewForTableColumn(TableView *table, int column, qsizetype) override
+        {
+            return column == 0 ? last = table->makeViewWithIdentifier("label") : last;
+        }
+    };
+    LogRecorder log;
+    TableView table;
+    Stubborn delegate;
+    table.registerView<QLabel>("label");
+    table.registerView<QFrame>("back");
+    table.setDelegate(&delegate);
+    table.setDataSource(&delegate);
+    table.addTableColumn({});
+    table.addTableColumn({});
+    table.reloadData();
+    EXPECT_TRUE(table.viewAtColumn(0, 0));
+    EXPECT_FALSE(table.viewAtColumn(1, 0));
+    table.reloadData();
+    EXPECT_EQ(log.take().size(), 1);
+}
+
 TEST(TableViewTest, CellsAreReadOut)
 {
     TableFixture fixture(5, 2);
