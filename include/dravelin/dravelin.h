@@ -12,6 +12,7 @@
 #include <dravelin/diagnostics.h>
 #include <dravelin/encoding.h>
 #include <dravelin/imaging.h>
+#include <dravelin/interface.h>
 #include <dravelin/platform.h>
 #include <dravelin/preferences.h>
 #include <dravelin/values.h>
