@@ -153,7 +153,7 @@ void TableViewHandler::moveInSight(const IndexSet &rows, qsizetype dropRow, qsiz
 bool TableViewHandler::eventFilter(QObject *watched, QEvent *event)
 {
     const bool isKey = event->type() == QEvent::KeyPress || event->type() == QEvent::ShortcutOverride;
-    if (!isKey || !m_reordersToDropRow || watched != m_tableView)
+    if (!isKey || !m_reordersToDropRow || watched != m_tableView || m_tableView->dataSource() != this)
         return Object::eventFilter(watched, event);
     const int direction = directionOf(*static_cast<QKeyEvent *>(event));
     if (direction == 0 || m_tableView->selectedRowIndexes().isEmpty())

@@ -163,7 +163,10 @@ bool isOnlyOrdered(const QVariant &object)
     return kindOf(object.metaType()) == Kind::Other && object.metaType().isOrdered() && !keyWithinType(object);
 }
 
-bool isLess(const QVariant &a, const QVariant &b) { return a.metaType().compare(a.constData(), b.constData()) < 0; }
+bool isLess(const QVariant &a, const QVariant &b)
+{
+    return a.metaType().compare(a.constData(), b.constData()) == QPartialOrdering::Less;
+}
 
 } // namespace
 
