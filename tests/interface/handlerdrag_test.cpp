@@ -84,13 +84,7 @@ public:
         proposed = row;
         return TableViewHandler::validateDrop(view, row, operation);
     }
-    [[nodiscard]] QString order() const
-    {
-        QString text;
-        for (const QVariant &row : std::as_const(tableData()))
-            text += row.toString();
-        return text;
-    }
+    [[nodiscard]] QString order() const { return QVariant(tableData()).toStringList().join(QString()); }
 
     int drags = 0;
     qsizetype proposed = -1;
