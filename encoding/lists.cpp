@@ -3,7 +3,7 @@
 
 #include <dravelin/encoding/collections.h>
 
-#include <encoding/variantset.h>
+#include <platform/variantset.h>
 
 namespace dravelin {
 

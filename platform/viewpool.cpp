@@ -13,7 +13,9 @@ namespace dravelin::detail {
 
 void adopt(QWidget *view, QWidget *viewport)
 {
-    view->setForegroundRole(view->foregroundRole()); // or it would become the viewport's
+    // Or they would become the viewport's, also for the views within, whose texts then miss the colour of selected rows.
+    view->setForegroundRole(view->foregroundRole());
+    view->setBackgroundRole(view->backgroundRole());
     view->setParent(viewport);
 }
 

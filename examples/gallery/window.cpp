@@ -13,6 +13,7 @@
 #include "screens/screenspage.h"
 #include "sound/soundpage.h"
 #include "stack/stackpage.h"
+#include "table/tablepage.h"
 #include "undo/undopage.h"
 
 #include <dravelin/version.h>
@@ -42,6 +43,7 @@ Window::Window() : m_list(new QListWidget), m_stack(new QStackedWidget)
     add(new PhotoPage);
     add(new OverlayPage);
     add(new SoundPage);
+    add(new TablePage);
     add(new StackPage);
     add(new ScreensPage);
     add(new KeyboardPage);

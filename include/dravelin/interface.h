@@ -10,5 +10,6 @@
 #include <dravelin/interface/screens.h>
 #include <dravelin/interface/stackview.h>
 #include <dravelin/interface/tableutilities.h>
+#include <dravelin/interface/tableviewhandler.h>
 #include <dravelin/platform/outlineview.h>
 #include <dravelin/platform/tableview.h>
