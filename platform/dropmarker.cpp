@@ -5,6 +5,8 @@
 
 #include <QtGui/QPainter>
 
+#include <algorithm>
+
 namespace dravelin::detail {
 
 namespace {
@@ -35,7 +37,7 @@ DropMarker::DropMarker(QWidget *viewport) : QWidget(viewport)
 void DropMarker::showAt(const QRect &row, DropOperation operation)
 {
     m_operation = operation;
-    const QRect line(row.left(), row.top() - reach, row.width(), 2 * reach);
+    const QRect line(row.left(), std::max(row.top() - reach, 0), row.width(), 2 * reach); // whole above the first row
     setGeometry(operation == DropOperation::On ? row : line);
     raise();
     show();
