@@ -5,22 +5,14 @@
 
 #include <dravelin/platform/event.h>
 
-#include <xcb/xcb.h>
+#include "platform/xcbreply.h"
 
 #include <algorithm>
 #include <array>
-#include <cstdlib>
 
 namespace dravelin {
 
 namespace {
-
-struct Free
-{
-    void operator()(void *reply) const { std::free(reply); }
-};
-template <class Reply>
-using Owned = std::unique_ptr<Reply, Free>;
 
 /// A pair of key symbols, those of the left and the right key.
 using KeyPair = std::array<xcb_keysym_t, 2>;
@@ -31,8 +23,8 @@ constexpr KeyPair metaKeys{0xFFE7, 0xFFE8};
 /// Which keys make which of the eight modifiers.
 struct ModifierKeys
 {
-    Owned<xcb_get_modifier_mapping_reply_t> modifiers;
-    Owned<xcb_get_keyboard_mapping_reply_t> symbols;
+    detail::XcbReply<xcb_get_modifier_mapping_reply_t> modifiers;
+    detail::XcbReply<xcb_get_keyboard_mapping_reply_t> symbols;
     xcb_keycode_t firstKey;
 
     [[nodiscard]] bool hasSymbol(xcb_keycode_t key, const KeyPair &wanted) const
@@ -77,7 +69,7 @@ public:
 
     [[nodiscard]] std::optional<XInputState> state()
     {
-        const Owned<xcb_query_pointer_reply_t> reply(
+        const detail::XcbReply<xcb_query_pointer_reply_t> reply(
             xcb_query_pointer_reply(m_connection, xcb_query_pointer(m_connection, screen()->root), nullptr));
         if (!reply)
             return {};
@@ -93,7 +85,7 @@ public:
         xcb_change_property(m_connection, XCB_PROP_MODE_APPEND, m_clock, XCB_ATOM_WM_NAME, XCB_ATOM_STRING, 8, 0,
                             nullptr);
         xcb_flush(m_connection);
-        while (const Owned<xcb_generic_event_t> event{xcb_wait_for_event(m_connection)}) {
+        while (const detail::XcbReply<xcb_generic_event_t> event{xcb_wait_for_event(m_connection)}) {
             note(*event);
             if (kind(*event) == XCB_PROPERTY_NOTIFY)
                 return reinterpret_cast<const xcb_property_notify_event_t &>(*event).time;
@@ -104,13 +96,7 @@ public:
 private:
     static quint8 kind(const xcb_generic_event_t &event) { return event.response_type & 0x7F; }
 
-    [[nodiscard]] xcb_screen_t *screen() const
-    {
-        auto screens = xcb_setup_roots_iterator(xcb_get_setup(m_connection));
-        for (int i = 0; i < m_screen; ++i)
-            xcb_screen_next(&screens);
-        return screens.data;
-    }
+    [[nodiscard]] xcb_screen_t *screen() const { return detail::screenOf(m_connection, m_screen); }
 
     [[nodiscard]] int heightOf(xcb_window_t root) const
     {
@@ -137,7 +123,7 @@ private:
 
     [[nodiscard]] bool keyboardChanged()
     {
-        while (const Owned<xcb_generic_event_t> event{xcb_poll_for_queued_event(m_connection)})
+        while (const detail::XcbReply<xcb_generic_event_t> event{xcb_poll_for_queued_event(m_connection)})
             note(*event);
         return m_keyboardChanged;
     }
@@ -149,10 +135,11 @@ private:
         const quint8 count = quint8(setup->max_keycode - setup->min_keycode + 1);
         const auto modifiers = xcb_get_modifier_mapping(m_connection);
         const auto symbols = xcb_get_keyboard_mapping(m_connection, setup->min_keycode, count);
-        const ModifierKeys keys{
-            Owned<xcb_get_modifier_mapping_reply_t>(xcb_get_modifier_mapping_reply(m_connection, modifiers, nullptr)),
-            Owned<xcb_get_keyboard_mapping_reply_t>(xcb_get_keyboard_mapping_reply(m_connection, symbols, nullptr)),
-            setup->min_keycode};
+        const ModifierKeys keys{detail::XcbReply<xcb_get_modifier_mapping_reply_t>(
+                                    xcb_get_modifier_mapping_reply(m_connection, modifiers, nullptr)),
+                                detail::XcbReply<xcb_get_keyboard_mapping_reply_t>(
+                                    xcb_get_keyboard_mapping_reply(m_connection, symbols, nullptr)),
+                                setup->min_keycode};
         if (!keys.modifiers || !keys.symbols)
             return;
         m_option = keys.mask(altKeys);

@@ -3,15 +3,14 @@
 
 #include "platform/xwindows.h"
 
+#include "platform/xcbreply.h"
+
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 #include <QtCore/QHash>
 
-#include <xcb/xcb.h>
-
 #include <algorithm>
 #include <array>
-#include <cstdlib>
 #include <memory>
 #include <vector>
 
@@ -20,13 +19,6 @@ using namespace Qt::StringLiterals;
 namespace dravelin {
 
 namespace {
-
-struct Free
-{
-    void operator()(void *reply) const { std::free(reply); }
-};
-template <class Reply>
-using Owned = std::unique_ptr<Reply, Free>;
 
 using Cards = std::vector<quint32>;
 
@@ -131,7 +123,7 @@ public:
     /// Takes note of the screen's size, and throws away what the server tells every client unasked.
     void begin()
     {
-        while (const Owned<xcb_generic_event_t> event{xcb_poll_for_event(m_connection)}) {
+        while (const detail::XcbReply<xcb_generic_event_t> event{xcb_poll_for_event(m_connection)}) {
         }
         m_area = area();
     }
@@ -142,7 +134,7 @@ public:
         const QByteArray list = answer(ask(root(), m_atoms[ClientListStacking]));
         if (!list.isNull())
             return cards(list);
-        const Owned<xcb_query_tree_reply_t> tree(
+        const detail::XcbReply<xcb_query_tree_reply_t> tree(
             xcb_query_tree_reply(m_connection, xcb_query_tree(m_connection, root()), nullptr));
         if (!tree)
             return {};
@@ -186,22 +178,17 @@ private:
         for (size_t i = 0; i < atomNames.size(); ++i)
             asked[i] = xcb_intern_atom(m_connection, false, quint16(qstrlen(atomNames[i])), atomNames[i]);
         for (size_t i = 0; i < atomNames.size(); ++i) {
-            const Owned<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(m_connection, asked[i], nullptr));
+            const detail::XcbReply<xcb_intern_atom_reply_t> reply(
+                xcb_intern_atom_reply(m_connection, asked[i], nullptr));
             m_atoms[i] = reply ? reply->atom : xcb_atom_t(XCB_ATOM_NONE);
         }
     }
 
-    [[nodiscard]] xcb_window_t root() const
-    {
-        auto screens = xcb_setup_roots_iterator(xcb_get_setup(m_connection));
-        for (int i = 0; i < m_screen; ++i)
-            xcb_screen_next(&screens);
-        return screens.data->root;
-    }
+    [[nodiscard]] xcb_window_t root() const { return detail::screenOf(m_connection, m_screen)->root; }
 
     [[nodiscard]] QRect area() const
     {
-        const Owned<xcb_get_geometry_reply_t> reply(
+        const detail::XcbReply<xcb_get_geometry_reply_t> reply(
             xcb_get_geometry_reply(m_connection, xcb_get_geometry(m_connection, root()), nullptr));
         return reply ? QRect(0, 0, reply->width, reply->height) : QRect();
     }
@@ -215,7 +202,7 @@ private:
     /// Null when the window is gone or does not have the property.
     [[nodiscard]] QByteArray answer(xcb_get_property_cookie_t asked) const
     {
-        const Owned<xcb_get_property_reply_t> reply(xcb_get_property_reply(m_connection, asked, nullptr));
+        const detail::XcbReply<xcb_get_property_reply_t> reply(xcb_get_property_reply(m_connection, asked, nullptr));
         if (!reply || reply->type == XCB_ATOM_NONE)
             return {};
         return {static_cast<const char *>(xcb_get_property_value(reply.get())),
@@ -224,10 +211,11 @@ private:
 
     [[nodiscard]] bool readPlace(const Questions &asked, WindowInfo &info) const
     {
-        const Owned<xcb_get_window_attributes_reply_t> attributes(
+        const detail::XcbReply<xcb_get_window_attributes_reply_t> attributes(
             xcb_get_window_attributes_reply(m_connection, asked.attributes, nullptr));
-        const Owned<xcb_get_geometry_reply_t> geometry(xcb_get_geometry_reply(m_connection, asked.geometry, nullptr));
-        const Owned<xcb_translate_coordinates_reply_t> origin(
+        const detail::XcbReply<xcb_get_geometry_reply_t> geometry(
+            xcb_get_geometry_reply(m_connection, asked.geometry, nullptr));
+        const detail::XcbReply<xcb_translate_coordinates_reply_t> origin(
             xcb_translate_coordinates_reply(m_connection, asked.origin, nullptr));
         const Cards frame = cards(answer(asked.extents)); // left, right, top, bottom
         if (!attributes || !geometry || !origin)

@@ -5,17 +5,18 @@
 
 #include <dravelin/platform/display.h>
 
+#include <support/desktop.h>
 #include <support/printers.h>
 
 #include <gtest/gtest.h>
 
 #include <QtCore/QFileInfo>
 #include <QtCore/QProcess>
-#include <QtCore/QStandardPaths>
 #include <QtTest/QTest>
 
 #include <algorithm>
 #include <memory>
+#include <optional>
 #include <vector>
 
 using namespace dravelin;
@@ -40,19 +41,15 @@ class XWindowsTest : public testing::Test
 protected:
     void SetUp() override
     {
-        if (QStandardPaths::findExecutable(u"Xvfb"_s).isEmpty())
+        if (!arePrograms({u"Xvfb"_s}))
             GTEST_SKIP() << "there is no Xvfb to run an X server";
-        // The server picks a free number and writes it to its standard output.
-        server.start(u"Xvfb"_s, {u"-displayfd"_s, u"1"_s, u"-screen"_s, u"0"_s, u"800x600x24"_s, u"-noreset"_s});
-        while (!server.canReadLine())
-            ASSERT_TRUE(server.waitForReadyRead(30'000)) << "Xvfb did not start";
-        name = std::make_unique<DisplayName>(':' + server.readLine().trimmed());
+        ASSERT_FALSE(server.emplace().name().isEmpty()) << "Xvfb did not start";
+        name = std::make_unique<DisplayName>(server->name());
     }
     void TearDown() override
     {
         for (const auto &client : clients)
             stop(*client);
-        stop(server);
     }
     static void stop(QProcess &process)
     {
@@ -60,7 +57,7 @@ protected:
         process.waitForFinished();
     }
 
-    QProcess server;
+    std::optional<XServer> server;
     std::unique_ptr<DisplayName> name;
     std::vector<std::unique_ptr<QProcess>> clients;
 
@@ -99,7 +96,7 @@ TEST_F(XWindowsTest, AreListedFrontToBackWithTheirOwners)
 
 TEST_F(XWindowsTest, AreDescribedByTheWindowManager)
 {
-    if (QStandardPaths::findExecutable(u"openbox"_s).isEmpty())
+    if (!arePrograms({u"openbox"_s}))
         GTEST_SKIP() << "there is no openbox to manage windows";
     clients.push_back(std::make_unique<QProcess>());
     clients.back()->start(u"openbox"_s, {u"--startup"_s, u"echo ready"_s}); // it manages windows by then

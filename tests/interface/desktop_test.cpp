@@ -5,10 +5,11 @@
 
 #include <dravelin/interface/screens.h>
 
+#include <support/desktop.h>
+
 #include <gtest/gtest.h>
 
 #include <QtCore/QProcess>
-#include <QtCore/QStandardPaths>
 #include <QtGui/QScreen>
 #include <QtTest/QTest>
 #include <QtWidgets/QApplication>
@@ -20,6 +21,7 @@
 #include <array>
 #include <cstdlib>
 #include <memory>
+#include <optional>
 
 using namespace dravelin;
 using namespace Qt::StringLiterals;
@@ -28,42 +30,19 @@ namespace {
 
 constexpr int longest = 30'000; // milliseconds
 
-class RunningDesktop
+/// An X server with two monitors and a window manager.
+struct RunningDesktop
 {
-public:
+    XServer server{u"1600x700"_s};
+    std::optional<WindowManager> manager;
+
     RunningDesktop()
     {
-        m_server.start(u"Xvfb"_s, {u"-displayfd"_s, u"1"_s, u"-screen"_s, u"0"_s, u"1600x700x24"_s, u"-noreset"_s});
-        qputenv("DISPLAY", ':' + firstLine(m_server));
+        qputenv("DISPLAY", server.name());
         for (const char *monitor : {"*left 1000/260x700/185+0+0 screen", "right 600/160x500/130+1000+200 none"})
             QProcess::execute(u"xrandr"_s, QStringList(u"--setmonitor"_s) + QString::fromLatin1(monitor).split(u' '));
-        m_manager.start(u"openbox"_s, {u"--startup"_s, u"echo ready"_s}); // it manages windows by then
-        firstLine(m_manager);
+        manager.emplace();
     }
-    ~RunningDesktop()
-    {
-        for (QProcess *process : {&m_manager, &m_server}) {
-            process->kill();
-            process->waitForFinished();
-        }
-    }
-    Q_DISABLE_COPY_MOVE(RunningDesktop)
-
-    static bool isPossible()
-    {
-        const QStringList programs{u"Xvfb"_s, u"openbox"_s, u"xrandr"_s};
-        return std::none_of(programs.begin(), programs.end(),
-                            [](auto &name) { return QStandardPaths::findExecutable(name).isEmpty(); });
-    }
-
-private:
-    static QByteArray firstLine(QProcess &process)
-    {
-        while (!process.canReadLine() && process.waitForReadyRead(longest)) {
-        }
-        return process.readLine().trimmed();
-    }
-    QProcess m_server, m_manager;
 };
 
 /// The strip that a panel keeps clear at the upper edge of the X server's area.
@@ -183,7 +162,7 @@ int main(int argc, char **argv)
 {
     testing::InitGoogleTest(&argc, argv);
     std::unique_ptr<RunningDesktop> desktop;
-    if (RunningDesktop::isPossible()) {
+    if (arePrograms({u"Xvfb"_s, u"openbox"_s, u"xrandr"_s})) {
         desktop = std::make_unique<RunningDesktop>();
         qputenv("QT_QPA_PLATFORM", "xcb");
         qputenv("DBUS_SESSION_BUS_ADDRESS", "disabled:"); // which the windows would tell about themselves

@@ -6,12 +6,12 @@
 
 #include <dravelin/interface/tableviewhandler.h>
 
+#include <support/desktop.h>
 #include <support/logrecorder.h>
 
 #include <QtCore/QDeadlineTimer>
 #include <QtCore/QDir>
 #include <QtCore/QProcess>
-#include <QtCore/QStandardPaths>
 #include <QtCore/QTimer>
 #include <QtGui/QScreen>
 #include <QtTest/QTest>
@@ -20,6 +20,8 @@
 #include <QtWidgets/QLabel>
 
 #include <gtest/gtest.h>
+
+#include <optional>
 
 using namespace dravelin;
 using namespace Qt::StringLiterals;
@@ -31,38 +33,17 @@ constexpr int patience = 20'000; ///< milliseconds for anything that is waited f
 /// An X server with a window manager; neither when something is not installed.
 struct Desktop
 {
-    QProcess server;
-    QProcess manager;
-    bool isRunning = false;
+    std::optional<XServer> server;
+    std::optional<WindowManager> manager;
 
     Desktop()
     {
-        for (const auto &program : {u"Xvfb"_s, u"openbox"_s, u"xdotool"_s}) {
-            if (QStandardPaths::findExecutable(program).isEmpty())
-                return;
-        }
-        server.start(u"Xvfb"_s, {u"-displayfd"_s, u"1"_s, u"-screen"_s, u"0"_s, u"800x600x24"_s, u"-noreset"_s});
-        if (const QByteArray display = firstLine(server); !display.isEmpty()) {
-            qputenv("DISPLAY", ':' + display);
-            manager.start(u"openbox"_s, {u"--startup"_s, u"echo ready"_s}); // it manages windows by then
-            isRunning = !firstLine(manager).isEmpty();
-        }
+        if (!arePrograms({u"Xvfb"_s, u"openbox"_s, u"xdotool"_s}))
+            return;
+        qputenv("DISPLAY", server.emplace().name());
+        manager.emplace();
     }
-    ~Desktop()
-    {
-        for (QProcess *process : {&manager, &server}) {
-            process->kill();
-            process->waitForFinished();
-        }
-    }
-    Q_DISABLE_COPY_MOVE(Desktop)
-
-    static QByteArray firstLine(QProcess &process)
-    {
-        while (!process.canReadLine() && process.waitForReadyRead(patience)) {
-        }
-        return process.readLine().trimmed();
-    }
+    [[nodiscard]] bool isRunning() const { return manager && !manager->line().isEmpty(); }
 };
 
 void point(const QStringList &arguments) { QProcess::execute(u"xdotool"_s, arguments); }
@@ -255,7 +236,7 @@ int main(int argc, char **argv)
 {
     testing::InitGoogleTest(&argc, argv);
     const Desktop desktop;
-    qputenv("QT_QPA_PLATFORM", desktop.isRunning ? "xcb" : "offscreen");
+    qputenv("QT_QPA_PLATFORM", desktop.isRunning() ? "xcb" : "offscreen");
     qputenv("DBUS_SESSION_BUS_ADDRESS", "disabled:"); // the desktop is this program's alone
     const QApplication application(argc, argv);
     return RUN_ALL_TESTS();

@@ -123,7 +123,7 @@ TEST(TableDragTest, ProposesThePlaceUnderThePointer)
         DropOperation operation;
         QRect marker;
     } places[] = {
-        {2, 0, DropOperation::Above, {0, -4, 0, 8}},   {10, 0, DropOperation::On, {0, 0, 0, 20}},
+        {2, 0, DropOperation::Above, {0, 0, 0, 8}},    {10, 0, DropOperation::On, {0, 0, 0, 20}},
         {17, 1, DropOperation::Above, {0, 16, 0, 8}},  {22, 1, DropOperation::Above, {0, 16, 0, 8}},
         {90, 4, DropOperation::On, {0, 80, 0, 20}},    {97, 5, DropOperation::Above, {0, 96, 0, 8}},
         {200, 5, DropOperation::Above, {0, 96, 0, 8}},

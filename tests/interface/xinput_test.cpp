@@ -8,10 +8,10 @@
 
 #include "platform/xinput.h"
 
+#include <support/desktop.h>
 #include <support/printers.h>
 
 #include <QtCore/QProcess>
-#include <QtCore/QStandardPaths>
 #include <QtCore/QTimer>
 #include <QtTest/QTest>
 #include <QtWidgets/QApplication>
@@ -26,33 +26,6 @@ using namespace dravelin;
 using namespace Qt::StringLiterals;
 
 namespace {
-
-class XServer
-{
-public:
-    explicit XServer(const QStringList &display = {})
-    {
-        // The server picks a free number, if it is given none, and writes it to its standard output.
-        m_process.start(u"Xvfb"_s,
-                        display + QStringList{u"-displayfd"_s, u"1"_s, u"-screen"_s, u"0"_s, u"800x600x24"_s});
-        while (!m_process.canReadLine() && m_process.waitForReadyRead(30'000)) {
-        }
-        name = ':' + m_process.readLine().trimmed();
-    }
-    ~XServer() { stop(); }
-    Q_DISABLE_COPY_MOVE(XServer)
-
-    void stop()
-    {
-        m_process.terminate();
-        m_process.waitForFinished();
-    }
-
-    QByteArray name;
-
-private:
-    QProcess m_process;
-};
 
 /// Returns when the server has the input; the application's events wait meanwhile.
 void xdotool(const QString &arguments)
@@ -244,13 +217,13 @@ TEST(XInputServerTest, MayGoAndComeBack)
     const QByteArray before = qgetenv("DISPLAY");
     XInput input;
     auto server = std::make_unique<XServer>();
-    const QByteArray name = server->name;
+    const QByteArray name = server->name();
     qputenv("DISPLAY", name);
     ASSERT_TRUE(input.state().has_value());
     EXPECT_LE(input.time().value(), input.time().value());
     server.reset();
     EXPECT_FALSE(input.state() || input.time());
-    server = std::make_unique<XServer>(QStringList{QString::fromLatin1(name)});
+    server = std::make_unique<XServer>(u"800x600"_s, QString::fromLatin1(name));
     EXPECT_EQ(input.state().value().rootHeight, 600);
     qputenv("DISPLAY", before);
 }
@@ -258,14 +231,12 @@ TEST(XInputServerTest, MayGoAndComeBack)
 int main(int argc, char **argv)
 {
     testing::InitGoogleTest(&argc, argv);
-    for (const QString &program : {u"Xvfb"_s, u"xdotool"_s}) {
-        if (QStandardPaths::findExecutable(program).isEmpty()) {
-            std::cout << "Skipped: there is no " << program.toStdString() << '\n';
-            return 0;
-        }
+    if (!arePrograms({u"Xvfb"_s, u"xdotool"_s})) {
+        std::cout << "Skipped: there is no Xvfb or xdotool\n";
+        return 0;
     }
     const XServer server;
-    qputenv("DISPLAY", server.name);
+    qputenv("DISPLAY", server.name());
     qputenv("QT_QPA_PLATFORM", "xcb");
     qputenv("DBUS_SESSION_BUS_ADDRESS", "disabled:"); // accessibility is not tested, and its bus leaks
     const QApplication application(argc, argv);
