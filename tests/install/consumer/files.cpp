@@ -1,0 +1,8 @@
+// SPDX-FileCopyrightText: Dravelin contributors
+// SPDX-License-Identifier: MIT
+
+#include "consumer.h"
+
+#include <dravelin/files.h>
+
+void useFiles() {}
