@@ -14,7 +14,7 @@ from typing import NamedTuple
 
 TAG = re.compile(r"\\operation\{([^}]*)\}")
 SCOPE = re.compile(r"^(?:template\s*<[^;{]*>\s*)?(?:class|struct|enum(?: class)?)\s+(?:DRAVELIN_EXPORT\s+)?(\w+)[^;()]*\{?$")
-NOISE = re.compile(r"^(?:template\s*<[^>]*(?:<[^>]*>[^>]*)*>|requires\s*\((?:[^()]|\([^()]*\))*\)|\[\[\w+\]\]|DRAVELIN_EXPORT|explicit|static|virtual|inline)\s+")
+NOISE = re.compile(r"^(?:template\s*<[^>]*(?:<[^>]*>[^>]*)*>|requires\s*\((?:[^()]|\([^()]*\))*\)|DRAVELIN_EXPORT|explicit|static|virtual|inline)\s+")
 
 
 class Operation(NamedTuple):
@@ -27,6 +27,7 @@ class Operation(NamedTuple):
 
 def declared_name(declaration):
     """The name that a declaration introduces: what stands before its parameters, or before its value."""
+    declaration = re.sub(r"\[\[\w+\]\] ?", "", declaration)
     while NOISE.match(declaration):
         declaration = NOISE.sub("", declaration, count=1)
     before = re.split(r"[(\[{;=]", declaration, maxsplit=1)[0]
