@@ -62,8 +62,9 @@ void changesAndNotificationsArrive()
     observer.removeObserverWithKey("documentSaved");
     ObserverProxy::sendNotification("documentSaved");
     CHECK(watcher.seen.count("Saved") == 3);
+    CHECK(observer.target() == &watcher && observer.notificationCenter() == NotificationCenter::defaultCenter().get());
     observer.removeAllObservers();
-    CHECK(observer.keyPaths().isEmpty());
+    CHECK(observer.keyPaths().isEmpty() && checked.object() == &document && checked.keyPath() == "pages");
     checked.observeValueForKeyPath("pages", &document, {8, 9}, nullptr);
     CHECK(watcher.seen.endsWith("8>9 "));
 }
@@ -81,6 +82,7 @@ void statesAreEntered()
     downloads.setMutexCount(2);
     downloads.setTargetState(Ready);
     downloads.setInfo(7);
+    CHECK(downloads.mutexCount() == 2 && downloads.targetState() == Ready && downloads.info() == 7);
     CHECK(!downloads.decrementMutex() && downloads.decrementMutex());
     waitFor([&] { return watcher.seen == "07"; });
     machine->update(5);
@@ -105,7 +107,11 @@ void machinesAreStopped()
     machine.runUpdate(nullptr);
     machine.runStateChange(nullptr);
     CHECK(machine.isKilled() && machine.currentState() == 2);
-    CHECK(StateEntry(4, {}, {}).state() == 4);
+    StateEntry entry(4, {}, {});
+    entry.setState(5);
+    entry.setStateSetup({&machine, "update:"});
+    entry.setStateOperation({&machine, "update:"});
+    CHECK(entry.state() == 5 && !entry.stateSetup().isNone() && !entry.stateOperation().isNone());
 }
 
 void timersFire()
@@ -128,7 +134,7 @@ void timersFire()
     CHECK(elapsed.elapsedTime() >= 0 && !elapsed.elapsedTimeString().isEmpty());
     startDebugTimer();
     reportDebugTimer();
-    CHECK(debugTimer != nullptr);
+    CHECK(debugTimer && !debugTestFlag && debugTestInteger == 0 && debugTestFloat == 0);
 }
 
 void changesAreUndone()

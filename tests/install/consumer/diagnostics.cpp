@@ -32,6 +32,10 @@ void leaksAreFound()
     container.trimObjects();
     container.takeSnapShotCount();
     CHECK(container.snapShotCount() == 1 && container.report().contains("Count:1"));
+    DebugObjectContainer copy;
+    copy.setObjectLookup(container.objectLookup());
+    copy.setSnapShotCount(2);
+    CHECK(copy.objectLookup().size() == 1 && copy.snapShotCount() == 2);
 }
 
 void theConsoleShowsText()

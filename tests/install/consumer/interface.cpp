@@ -123,6 +123,10 @@ void viewsAreStacked()
     column.resize(100, 200);
     for (int height : {10, 20})
         (new QWidget(&column))->resize(30, height);
+    column.setItemSpacing(3);
+    column.setSizeToFit(false);
+    column.setAlignment(1);
+    CHECK(column.itemSpacing() == 3 && !column.sizeToFit() && column.alignment() == 1);
     column.setDefaults();
     column.arrangeViews();
     CHECK(column.calculateContentHeight() >= 30 && column.findWidestViewWidth() == 30);

@@ -3,6 +3,7 @@
 
 #include "consumer.h"
 
+#include <dravelin/control.h>
 #include <dravelin/preferences.h>
 
 #include <QtGui/QColor>
@@ -105,7 +106,7 @@ void itemsStandAlone()
 {
     const ScopedUserDefaults isolated;
     auto settings = std::make_shared<Settings>();
-    PreferenceManager manager(settings);
+    PreferenceManager manager(settings, "2");
     const auto item = std::make_shared<PreferenceItem>(settings.get(), "zoom");
     manager.addPreference(item);
     item->save("3");
@@ -113,7 +114,12 @@ void itemsStandAlone()
     item->setNSNumber(5.0);
     CHECK(item->getNSNumber().toDouble() == 5 && settings->zoom == 5);
     item->valueChangedAction();
-    CHECK(item->dumpPreference().contains("zoom"));
+    CHECK(item->dumpPreference().contains("zoom") && item->nameWithSuffix() == "zoom");
+    item->setManager(&manager);
+    CHECK(item->manager() == &manager && settings->manager() == &manager && item->proxy()->object() == settings.get());
+    item->setProxy(nullptr);
+    CHECK(!item->proxy() && manager.preferenceItems().contains("zoom"));
+    CHECK(manager.target() == settings.get() && manager.suffix() == "2");
 }
 
 void singleDefaultsAreSet()

@@ -62,11 +62,12 @@ void decimalsAreKept()
     price->setdoubleValue(9);
     CHECK(price->getStringValue() == "0.250");
     price->setDoubleValue(7.5);
-    CHECK(price->fractionalDigits() == 500);
+    CHECK(price->integerDigits() == 7 && price->fractionalDigits() == 500 && price->precision() == 3);
 
     const auto frame = DecimalRect::withPercision(1);
     frame->setRectValue({1.25, 2, 10.99, 0.5});
-    CHECK(frame->width()->getStringValue() == "10.9");
+    CHECK(frame->x()->getStringValue() == "1.2" && frame->y()->getStringValue() == "2.0");
+    CHECK(frame->width()->getStringValue() == "10.9" && frame->height()->getStringValue() == "0.5");
     CHECK(DecimalRect::initWithPercision(1)->getRectValue() == QRectF());
 }
 
