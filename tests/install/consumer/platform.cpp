@@ -82,10 +82,7 @@ void exceptionsCrossTheLibrary()
     CHECK(caught());
 }
 
-void zlibComesAlong()
-{
-    CHECK(crc32(0, reinterpret_cast<const Bytef *>("123456789"), 9) == 0xCBF43926);
-}
+void zlibComesAlong() { CHECK(crc32(0, reinterpret_cast<const Bytef *>("123456789"), 9) == 0xCBF43926); }
 
 } // namespace
 
