@@ -28,6 +28,11 @@ set_target_properties(Dravelin PROPERTIES
     EXPORT_NAME Dravelin
     VERSION ${PROJECT_VERSION}
     SOVERSION ${PROJECT_VERSION_MAJOR})
+# The sanitizers' run-time shares symbols of its own between libraries.
+if(NOT CMAKE_CXX_FLAGS MATCHES "-fsanitize")
+    target_link_options(Dravelin PRIVATE LINKER:--version-script=${PROJECT_SOURCE_DIR}/cmake/exports.map)
+    set_target_properties(Dravelin PROPERTIES LINK_DEPENDS ${PROJECT_SOURCE_DIR}/cmake/exports.map)
+endif()
 target_include_directories(Dravelin
     PUBLIC $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include> $<BUILD_INTERFACE:${PROJECT_BINARY_DIR}/include>
     PRIVATE ${PROJECT_SOURCE_DIR})

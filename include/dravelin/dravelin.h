@@ -11,6 +11,7 @@
 #include <dravelin/control.h>
 #include <dravelin/diagnostics.h>
 #include <dravelin/encoding.h>
+#include <dravelin/files.h>
 #include <dravelin/imaging.h>
 #include <dravelin/interface.h>
 #include <dravelin/platform.h>

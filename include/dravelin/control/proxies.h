@@ -48,8 +48,10 @@ public:
     ~KVOProxy() override;
 
     /// The observed object; null when it is gone.
+    /// \operation{object}
     [[nodiscard]] QObject *object() const { return m_object; }
     /// The path as given.
+    /// \operation{keyPath}
     [[nodiscard]] QString keyPath() const { return m_keyPath; }
 
     /// The value before the change; invalid outside the action.
@@ -87,19 +89,24 @@ class DRAVELIN_EXPORT ObserverProxy : public Object
 public:
     /// \param target called at notifications; held weakly
     /// \param notificationCenter the centre to register with; kept alive
+    /// \operation{initWithTarget:}
     /// \operation{initWithTarget:notificationCenter:}
     explicit ObserverProxy(
         QObject *target, std::shared_ptr<NotificationCenter> notificationCenter = NotificationCenter::defaultCenter());
     ~ObserverProxy() override;
 
+    /// \operation{target}
     [[nodiscard]] QObject *target() const { return m_target; }
     /// The names that were registered, each with the empty text. A name stays until removeAllObservers(), even when
     /// removeObserverWithKey() took its registrations back.
+    /// \operation{keyPaths}
     [[nodiscard]] QVariantMap keyPaths() const { return m_keyPaths; }
+    /// \operation{notificationCenter}
     [[nodiscard]] NotificationCenter *notificationCenter() const { return m_center.get(); }
 
     /// Registers the target's operation `name` + "Action:" for notifications of the name from `fromObject`, or from
     /// anybody. Registering a name twice delivers twice. An absent name is a line in the log.
+    /// \operation{addObserverForKey:}
     /// \operation{addObserverForKey:fromObject:}
     void addObserverForKey(const QString &name, QObject *fromObject = nullptr);
 
@@ -127,11 +134,13 @@ public:
     void postNotification(const QString &name);
 
     /// Posts to a centre, the default one unless given, with no sender.
+    /// \operation{sendNotification:}
     /// \operation{sendNotification:notificationCenter:}
     static void sendNotification(const QString &name, const std::shared_ptr<NotificationCenter> &notificationCenter =
                                                           NotificationCenter::defaultCenter());
 
     /// Posts to a centre, the default one unless given, with a sender.
+    /// \operation{sendNotification:object:}
     /// \operation{sendNotification:object:notificationCenter:}
     static void sendNotification(
         const QString &name, QObject *object,

@@ -48,15 +48,21 @@ public:
         : m_state(state), m_stateSetup(std::move(stateSetup)), m_stateOperation(std::move(stateOperation))
     {}
 
+    /// \operation{state}
     [[nodiscard]] qint64 state() const noexcept { return m_state; }
+    /// \operation{setState:}
     void setState(qint64 state) noexcept { m_state = state; }
 
     /// Called once when the machine has entered the state.
+    /// \operation{stateSetup}
     [[nodiscard]] const StateHandler &stateSetup() const noexcept { return m_stateSetup; }
+    /// \operation{setStateSetup:}
     void setStateSetup(const StateHandler &handler) { m_stateSetup = handler; }
 
     /// Called for each update.
+    /// \operation{stateOperation}
     [[nodiscard]] const StateHandler &stateOperation() const noexcept { return m_stateOperation; }
+    /// \operation{setStateOperation:}
     void setStateOperation(const StateHandler &handler) { m_stateOperation = handler; }
 
 private:

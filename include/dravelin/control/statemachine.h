@@ -49,6 +49,7 @@ public:
     ~StateMachine() override;
 
     /// The state of the last request, even while its set-up is still pending.
+    /// \operation{currentState}
     [[nodiscard]] qint64 currentState() const noexcept { return m_currentState; }
     /// Changes the state without set-up. A set-up that is pending will be that of the state at its time.
     /// \operation{setCurrentState:}

@@ -30,12 +30,15 @@ public:
     ~StateMachineMutex() override;
 
     /// The number of events still to come.
+    /// \operation{mutexCount}
     [[nodiscard]] quint64 mutexCount() const noexcept { return m_mutexCount; }
     /// \operation{setMutexCount:}
     void setMutexCount(quint64 count);
+    /// \operation{targetState}
     [[nodiscard]] qint64 targetState() const noexcept { return m_targetState; }
     /// \operation{setTargetState:}
     void setTargetState(qint64 state);
+    /// \operation{info}
     [[nodiscard]] qint64 info() const noexcept { return m_info; }
     /// \operation{setInfo:}
     void setInfo(qint64 info);

@@ -36,10 +36,14 @@ public:
     /// By the low 32 bits of the object's address, as a signed integer.
     using Lookup = QHash<qint32, DebugObjectTracker>;
 
+    /// \operation{objectLookup}
     [[nodiscard]] const Lookup &objectLookup() const noexcept { return m_objectLookup; }
+    /// \operation{setObjectLookup:}
     void setObjectLookup(const Lookup &lookup) { m_objectLookup = lookup; }
     /// How many there were at the last snapshot; 0 at first.
+    /// \operation{snapShotCount}
     [[nodiscard]] qint64 snapShotCount() const noexcept { return m_snapShotCount; }
+    /// \operation{setSnapShotCount:}
     void setSnapShotCount(qint64 count) noexcept { m_snapShotCount = count; }
 
     /// Registers an object, in place of one whose address has the same low 32 bits. The same object counts once.

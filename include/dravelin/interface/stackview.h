@@ -59,14 +59,20 @@ public:
 
     /// The gap between consecutive children in pixels when sizeToFit is on, 8 by default. May be negative.
     /// As a property it is a double, which is rounded to single precision.
+    /// \operation{itemSpacing}
     [[nodiscard]] float itemSpacing() const noexcept { return m_itemSpacing; }
+    /// \operation{setItemSpacing:}
     void setItemSpacing(float itemSpacing);
     /// Whether the view resizes itself to its content, with itemSpacing as the gap; otherwise it keeps its size and computes
     /// the gap. On by default.
+    /// \operation{sizeToFit}
     [[nodiscard]] bool sizeToFit() const noexcept { return m_sizeToFit; }
+    /// \operation{setSizeToFit:}
     void setSizeToFit(bool sizeToFit);
     /// 0, the default, places the children at the left, 1 in the middle, 2 at the right. Every other value acts as 0.
+    /// \operation{alignment}
     [[nodiscard]] int alignment() const noexcept { return m_alignment; }
+    /// \operation{setAlignment:}
     void setAlignment(int alignment);
 
     /// The space that the content takes while sizeToFit is on, for a layout around the view.

@@ -51,6 +51,7 @@ public:
     ~PreferenceData() override;
 
     /// The manager that keeps the record's items; null before one was made and after it is gone.
+    /// \operation{manager}
     [[nodiscard]] PreferenceManager *manager() const;
 
     /// Called by the manager when it is made. The manager is held weakly.

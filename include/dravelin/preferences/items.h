@@ -38,17 +38,23 @@ public:
     ~PreferenceItem() override;
 
     /// The property's name.
+    /// \operation{name}
     [[nodiscard]] QString name() const { return m_name; }
     /// The key of the store's entry: the name. (A manager's suffix would be added if the item had its manager while it
     /// is being made, which no item has.)
+    /// \operation{nameWithSuffix}
     [[nodiscard]] QString nameWithSuffix() const { return m_nameWithSuffix; }
 
     /// The observation of the property; its `object()` is the target.
+    /// \operation{proxy}
     [[nodiscard]] KVOProxy *proxy() const { return m_proxy.get(); }
+    /// \operation{setProxy:}
     void setProxy(std::shared_ptr<KVOProxy> proxy);
 
     /// Null unless setManager() was called; PreferenceManager::addPreference() does not.
+    /// \operation{manager}
     [[nodiscard]] PreferenceManager *manager() const;
+    /// \operation{setManager:}
     void setManager(PreferenceManager *manager);
 
     /// Whether the store has a value under name(), not nameWithSuffix().

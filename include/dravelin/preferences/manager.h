@@ -42,8 +42,11 @@ public:
     void addPreference(const std::shared_ptr<PreferenceItem> &item);
 
     /// The items by property name.
+    /// \operation{preferenceItems}
     [[nodiscard]] QMap<QString, std::shared_ptr<PreferenceItem>> preferenceItems() const { return m_items; }
+    /// \operation{target}
     [[nodiscard]] PreferenceData *target() const { return m_target.get(); }
+    /// \operation{suffix}
     [[nodiscard]] QString suffix() const { return m_suffix; }
 
     /// Lets the record reset to its defaults. Each property that this changes is saved as ever; entries are not

@@ -46,16 +46,19 @@ public:
     /// \operation{withPrecision:}
     [[nodiscard]] static std::shared_ptr<DecimalNumber> withPrecision(quint64 precision);
 
+    /// \operation{integerDigits}
     [[nodiscard]] qint64 integerDigits() const noexcept { return m_integerDigits; }
     /// \operation{setIntegerDigits:}
     void setIntegerDigits(qint64 digits);
 
     /// The decimals as a count of units of 10^-precision: 5 at precision 3 is 0.005.
+    /// \operation{fractionalDigits}
     [[nodiscard]] quint64 fractionalDigits() const noexcept { return m_fractionalDigits; }
     /// Takes any count, also one with more digits than the precision has.
     /// \operation{setFractionalDigits:}
     void setFractionalDigits(quint64 digits);
 
+    /// \operation{precision}
     [[nodiscard]] quint64 precision() const noexcept { return m_precision; }
     /// The parts stay as they are: 45 units at precision 2 are 45 smaller units at precision 3. From 20 decimals on, more
     /// than 64 bits hold, the fraction of a number that is set may become 2^64 - 1.
@@ -135,9 +138,13 @@ public:
     /// \name The numbers
     /// The rectangle owns them; retain() makes a further owner.
     /// @{
+    /// \operation{x}
     [[nodiscard]] DecimalNumber *x() const { return m_numbers[0].get(); }
+    /// \operation{y}
     [[nodiscard]] DecimalNumber *y() const { return m_numbers[1].get(); }
+    /// \operation{width}
     [[nodiscard]] DecimalNumber *width() const { return m_numbers[2].get(); }
+    /// \operation{height}
     [[nodiscard]] DecimalNumber *height() const { return m_numbers[3].get(); }
     /// @}
 

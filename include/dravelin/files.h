@@ -1,0 +1,9 @@
+// SPDX-FileCopyrightText: Dravelin contributors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+/// \file
+/// Files that the user chose, found again; shell commands, notifications, the application's version.
+
+#include <dravelin/platform/bookmarks.h>
