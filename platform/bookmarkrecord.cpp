@@ -1,0 +1,85 @@
+// SPDX-FileCopyrightText: Dravelin contributors
+// SPDX-License-Identifier: MIT
+
+#include <platform/bookmarkrecord.h>
+
+#include <QtCore/QDataStream>
+#include <QtCore/QIODevice>
+#include <QtCore/QtEndian>
+
+namespace dravelin::detail {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr quint32 Magic = 0x44'42'6b'6d; // "DBkm"
+constexpr quint8 Version = 2;            // the first one knew neither size nor flags
+constexpr quint8 ReadOnly = 1;
+using Checksum = quint16;
+
+bool hasWholeChecksum(const QByteArray &bytes)
+{
+    constexpr qsizetype size = sizeof(Checksum);
+    return bytes.size() > size
+           && qFromBigEndian<Checksum>(bytes.constEnd() - size) == qChecksum(QByteArrayView(bytes).chopped(size));
+}
+
+/// All after the version and before the checksum; false when that is not all there is.
+bool readFields(QDataStream &stream, quint8 version, BookmarkRecord &record)
+{
+    auto &id = record.identity;
+    stream >> record.path >> id.device >> id.inode >> id.birthSeconds >> id.birthNanoseconds >> id.type >> id.handle;
+    if (quint8 flags = 0; version > 1) {
+        stream >> id.size >> flags;
+        record.isReadOnly = flags & ReadOnly;
+    }
+    Checksum checksum;
+    stream >> checksum;
+    return stream.status() == QDataStream::Ok && stream.atEnd();
+}
+
+/// The file functions would cut such a path short, or take it from elsewhere.
+bool isUsable(const QByteArray &path) { return path.startsWith('/') && !path.contains('\0'); }
+
+std::optional<BookmarkRecord> fail(QString *error, const QString &cause)
+{
+    if (error)
+        *error = cause;
+    return {};
+}
+
+} // namespace
+
+// Big-endian: magic, version, length and bytes of the path, identity, size, flags, then a checksum of all that.
+QByteArray writeBookmark(const BookmarkRecord &record)
+{
+    QByteArray bytes;
+    bytes.reserve(record.path.size() + 96);
+    QDataStream stream(&bytes, QIODevice::WriteOnly);
+    stream.setVersion(QDataStream::Qt_6_0);
+    const auto &id = record.identity;
+    stream << Magic << Version << record.path << id.device << id.inode << id.birthSeconds << id.birthNanoseconds
+           << id.type << id.handle << id.size << quint8(record.isReadOnly ? ReadOnly : 0);
+    stream << qChecksum(bytes);
+    return bytes;
+}
+
+std::optional<BookmarkRecord> readBookmark(const QByteArray &bookmark, QString *error)
+{
+    QDataStream stream(bookmark);
+    stream.setVersion(QDataStream::Qt_6_0);
+    quint32 magic = 0;
+    quint8 version = 0;
+    stream >> magic >> version;
+    if (magic != Magic || version == 0)
+        return fail(error, u"the data is not a bookmark"_s);
+    if (version > Version)
+        return fail(error, u"the bookmark is of version %1, which is too new"_s.arg(version));
+    BookmarkRecord record;
+    if (!hasWholeChecksum(bookmark) || !readFields(stream, version, record) || !isUsable(record.path))
+        return fail(error, u"the bookmark is damaged"_s);
+    return record;
+}
+
+} // namespace dravelin::detail
