@@ -195,7 +195,7 @@ TEST_F(Bookmarks, AreMadeForTheAccessThatCanBeHad)
 
 TEST_F(Bookmarks, SayWhatTheyHold)
 {
-    QFile file(path("plan"));
+    QFile file(makeFile("plan").toLocalFile());
     const QDateTime before = QDateTime::currentDateTimeUtc();
     ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write("four") == 4 && file.flush());
     const QByteArray bookmark = service->create(url("plan"));
