@@ -111,9 +111,8 @@ void SecurityScopedBookmark::stopAccess()
 
 void SecurityScopedBookmark::installUrl(const QUrl &url)
 {
-    const QUrl taken = url; // might be our own
     stopAccess();
-    m_securityScopedUrl = taken;
+    m_securityScopedUrl = url;
     startAccess();
 }
 

@@ -7,6 +7,8 @@
 #include <QtCore/QIODevice>
 #include <QtCore/QtEndian>
 
+#include <zlib.h>
+
 namespace dravelin::detail {
 
 using namespace Qt::StringLiterals;
@@ -14,18 +16,25 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr quint32 Magic = 0x44'42'6b'6d; // "DBkm"
-constexpr quint8 Version = 2;            // the first one knew neither size nor flags
+constexpr quint8 Version = 2;
 constexpr quint8 ReadOnly = 1;
-using Checksum = quint16;
 
-bool hasWholeChecksum(const QByteArray &bytes)
+quint32 checksumOf(QByteArrayView bytes)
 {
-    constexpr qsizetype size = sizeof(Checksum);
-    return bytes.size() > size
-           && qFromBigEndian<Checksum>(bytes.constEnd() - size) == qChecksum(QByteArrayView(bytes).chopped(size));
+    return quint32(crc32_z(0, reinterpret_cast<const Bytef *>(bytes.data()), size_t(bytes.size())));
 }
 
-/// All after the version and before the checksum; false when that is not all there is.
+/// The first version had a short one, and neither size nor flags.
+int checksumSize(quint8 version) { return version > 1 ? sizeof(quint32) : sizeof(quint16); }
+
+bool isWhole(const QByteArray &bytes, quint8 version)
+{
+    const auto content = QByteArrayView(bytes).chopped(checksumSize(version));
+    return version > 1 ? qFromBigEndian<quint32>(content.end()) == checksumOf(content)
+                       : qFromBigEndian<quint16>(content.end()) == qChecksum(content);
+}
+
+/// All after the version; false when that is not all there is.
 bool readFields(QDataStream &stream, quint8 version, BookmarkRecord &record)
 {
     auto &id = record.identity;
@@ -34,9 +43,8 @@ bool readFields(QDataStream &stream, quint8 version, BookmarkRecord &record)
         stream >> id.size >> flags;
         record.isReadOnly = flags & ReadOnly;
     }
-    Checksum checksum;
-    stream >> checksum;
-    return stream.status() == QDataStream::Ok && stream.atEnd();
+    return stream.skipRawData(checksumSize(version)) == checksumSize(version) && stream.status() == QDataStream::Ok
+           && stream.atEnd();
 }
 
 /// The file functions would cut such a path short, or take it from elsewhere.
@@ -61,7 +69,7 @@ QByteArray writeBookmark(const BookmarkRecord &record)
     const auto &id = record.identity;
     stream << Magic << Version << record.path << id.device << id.inode << id.birthSeconds << id.birthNanoseconds
            << id.type << id.handle << id.size << quint8(record.isReadOnly ? ReadOnly : 0);
-    stream << qChecksum(bytes);
+    stream << checksumOf(bytes);
     return bytes;
 }
 
@@ -77,7 +85,7 @@ std::optional<BookmarkRecord> readBookmark(const QByteArray &bookmark, QString *
     if (version > Version)
         return fail(error, u"the bookmark is of version %1, which is too new"_s.arg(version));
     BookmarkRecord record;
-    if (!hasWholeChecksum(bookmark) || !readFields(stream, version, record) || !isUsable(record.path))
+    if (!isWhole(bookmark, version) || !readFields(stream, version, record) || !isUsable(record.path))
         return fail(error, u"the bookmark is damaged"_s);
     return record;
 }

@@ -27,12 +27,30 @@ const QString &folder()
     return path;
 }
 
-/// Otherwise hardly any input would get beyond the check.
+quint32 crc32(QByteArrayView bytes)
+{
+    quint32 crc = ~quint32(0);
+    for (const char byte : bytes) {
+        crc ^= quint8(byte);
+        for (int bit = 0; bit < 8; ++bit)
+            crc = crc >> 1 ^ (crc & 1 ? 0xEDB88320 : 0);
+    }
+    return ~crc;
+}
+
+/// Otherwise hardly any input would get beyond the check. The first version had a shorter one.
 QByteArray withChecksum(QByteArray bytes)
 {
-    constexpr qsizetype size = 2;
-    if (bytes.size() > size)
-        qToBigEndian(qChecksum(QByteArrayView(bytes).chopped(size)), bytes.data() + bytes.size() - size);
+    const bool isFirst = bytes.size() > 4 && bytes[4] == 1;
+    const qsizetype size = isFirst ? sizeof(quint16) : sizeof(quint32);
+    if (bytes.size() <= size)
+        return bytes;
+    const auto content = QByteArrayView(bytes).chopped(size);
+    char *end = bytes.data() + content.size();
+    if (isFirst)
+        qToBigEndian(qChecksum(content), end);
+    else
+        qToBigEndian(crc32(content), end);
     return bytes;
 }
 

@@ -205,9 +205,9 @@ TEST_F(Bookmarks, SayWhatTheyHold)
     EXPECT_EQ(contents->size, 4);
     EXPECT_TRUE(!contents->created.isValid() || qAbs(contents->created.msecsTo(before)) < 60'000);
 
-    // The first version ended before the size.
-    constexpr qsizetype added = 9, checksum = 2;
-    QByteArray older = bookmark.chopped(added + checksum);
+    // The first version ended before the size, and had a shorter checksum.
+    constexpr qsizetype sizeFlagsAndChecksum = 13, checksum = 2;
+    QByteArray older = bookmark.chopped(sizeFlagsAndChecksum);
     older[4] = 1;
     older += QByteArray(checksum, '\0');
     qToBigEndian(qChecksum(QByteArrayView(older).chopped(checksum)), older.end() - checksum);

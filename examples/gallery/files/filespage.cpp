@@ -155,9 +155,17 @@ void FilesPage::withSelected(const std::function<void(ChosenFile &)> &operation)
         m_list->topLevelItem(row)->setSelected(true);
 }
 
-void FilesPage::lookAgain() { withSelected(&ChosenFile::lookAgain); }
+void FilesPage::lookAgain()
+{
+    withSelected(&ChosenFile::lookAgain);
+    tell(true, tr("The selected files were looked for."));
+}
 
-void FilesPage::toggleAccess() { withSelected(&ChosenFile::toggleAccess); }
+void FilesPage::toggleAccess()
+{
+    withSelected(&ChosenFile::toggleAccess);
+    tell(true, tr("Access to the selected files was stopped or started."));
+}
 
 void FilesPage::removeSelected()
 {
@@ -167,6 +175,7 @@ void FilesPage::removeSelected()
             kept.push_back(std::move(m_files[size_t(row)]));
     }
     m_files = std::move(kept);
+    tell(true, tr("The selected files were removed from the list."));
     save();
     showFiles();
 }
