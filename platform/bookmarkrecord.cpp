@@ -47,8 +47,13 @@ bool readFields(QDataStream &stream, quint8 version, BookmarkRecord &record)
            && stream.atEnd();
 }
 
-/// The file functions would cut such a path short, or take it from elsewhere.
-bool isUsable(const QByteArray &path) { return path.startsWith('/') && !path.contains('\0'); }
+/// No path that the file functions would cut short, or take from elsewhere, and no date beyond every calendar.
+bool isUsable(const BookmarkRecord &record)
+{
+    constexpr qint64 farAway = qint64(1) << 50; // seconds
+    const qint64 birth = record.identity.birthSeconds;
+    return record.path.startsWith('/') && !record.path.contains('\0') && birth > -farAway && birth < farAway;
+}
 
 std::optional<BookmarkRecord> fail(QString *error, const QString &cause)
 {
@@ -85,7 +90,7 @@ std::optional<BookmarkRecord> readBookmark(const QByteArray &bookmark, QString *
     if (version > Version)
         return fail(error, u"the bookmark is of version %1, which is too new"_s.arg(version));
     BookmarkRecord record;
-    if (!isWhole(bookmark, version) || !readFields(stream, version, record) || !isUsable(record.path))
+    if (!isWhole(bookmark, version) || !readFields(stream, version, record) || !isUsable(record))
         return fail(error, u"the bookmark is damaged"_s);
     return record;
 }
