@@ -3,13 +3,17 @@
 
 #include <dravelin/platform/bookmarks.h>
 
-#include <platform/fileidentity.h>
+#include <platform/accessgrants.h>
+#include <platform/bookmarkrecord.h>
 
-#include <QtCore/QDataStream>
+#include <QtCore/QDir>
 #include <QtCore/QFile>
-#include <QtCore/QFileInfo>
 
+#include <cerrno>
+#include <fcntl.h>
 #include <mutex>
+#include <sys/stat.h>
+#include <unistd.h>
 #include <utility>
 
 namespace dravelin {
@@ -18,47 +22,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr quint32 Magic = 0x44'42'6b'6d; // "DBkm"
-constexpr quint8 Version = 1;
 constexpr int MaximumEntries = 20'000;
-
-struct Record
-{
-    QByteArray path;
-    detail::FileIdentity identity;
-};
-
-// Big-endian: magic, version, length and bytes of the path, identity, then a checksum of all that.
-QByteArray write(const Record &record)
-{
-    QByteArray bytes;
-    QDataStream stream(&bytes, QIODevice::WriteOnly);
-    const auto &id = record.identity;
-    stream << Magic << Version << record.path << id.device << id.inode << id.birthSeconds << id.birthNanoseconds
-           << id.type << id.handle;
-    stream << qChecksum(bytes);
-    return bytes;
-}
-
-std::optional<Record> read(const QByteArray &bytes)
-{
-    QDataStream stream(bytes);
-    quint32 magic = 0;
-    quint8 version = 0;
-    quint16 checksum = 0;
-    Record record;
-    auto &id = record.identity;
-    stream >> magic >> version;
-    if (magic != Magic || version != Version)
-        return {};
-    stream >> record.path >> id.device >> id.inode >> id.birthSeconds >> id.birthNanoseconds >> id.type >> id.handle
-        >> checksum;
-    const bool whole = stream.status() == QDataStream::Ok && stream.atEnd();
-    if (!whole || checksum != qChecksum(QByteArrayView(bytes).chopped(qsizetype(sizeof checksum))))
-        return {};
-    // What a forged record might still hold: a path that the file functions would cut short or take from elsewhere.
-    return record.path.startsWith('/') && !record.path.contains('\0') ? std::optional(record) : std::nullopt;
-}
 
 void report(QString *error, const QString &cause)
 {
@@ -68,36 +32,96 @@ void report(QString *error, const QString &cause)
 
 QUrl toUrl(const QByteArray &path) { return QUrl::fromLocalFile(QFile::decodeName(path)); }
 
+/// Absolute and without a slash at the end, which would follow a link; absent for what is no local file.
+QByteArray toPath(const QUrl &url)
+{
+    if (!url.isLocalFile() || (!url.host().isEmpty() && url.host() != "localhost"_L1))
+        return {};
+    QString path = url.path(QUrl::FullyDecoded);
+    if (!path.startsWith(u'/'))
+        path = path.isEmpty() ? path : QDir::currentPath() + u'/' + path;
+    while (path.size() > 1 && path.endsWith(u'/'))
+        path.chop(1);
+    return path.contains(QChar(u'\0')) ? QByteArray() : QFile::encodeName(path);
+}
+
+/// Whether the whole grant that the options ask for can be had; otherwise errno has the cause.
+bool isAccessible(const QByteArray &path, quint64 options)
+{
+    if (!(options & BookmarkService::NSURLBookmarkCreationWithSecurityScope))
+        return true;
+    const bool readOnly = options & BookmarkService::NSURLBookmarkCreationSecurityScopeAllowOnlyReadAccess;
+    return ::faccessat(AT_FDCWD, path.constData(), readOnly ? R_OK : R_OK | W_OK, AT_EACCESS) == 0;
+}
+
+/// Nobody who chose a file expects a directory under its name, or the other way round.
+bool isReplacement(const detail::FileIdentity &present, const detail::FileIdentity &former)
+{
+    const bool isSwapped =
+        (present.type == S_IFDIR && former.type == S_IFREG) || (present.type == S_IFREG && former.type == S_IFDIR);
+    return !isSwapped;
+}
+
 class FileBookmarks : public BookmarkService
 {
 public:
-    QByteArray create(const QUrl &url, quint64, QString *error) override
+    QByteArray create(const QUrl &url, quint64 options, QString *error) override
     {
-        const QString path = url.isLocalFile() ? QFileInfo(url.toLocalFile()).absoluteFilePath() : QString();
-        const QByteArray encoded = QFile::encodeName(path);
-        const auto identity = detail::identityOf(encoded);
-        if (identity)
-            return write({encoded, *identity});
-        report(error, u"\"%1\" is not an existing local file"_s.arg(url.toString()));
+        const QByteArray path = toPath(url);
+        if (path.isEmpty()) {
+            report(error, u"\"%1\" is no local file"_s.arg(url.toString()));
+            return {};
+        }
+        const auto identity = detail::identityOf(path);
+        if (identity && isAccessible(path, options))
+            return detail::writeBookmark(
+                {path, *identity, bool(options & NSURLBookmarkCreationSecurityScopeAllowOnlyReadAccess)});
+        const int cause = errno;
+        report(error, u"\"%1\": %2"_s.arg(QFile::decodeName(path), qt_error_string(cause)));
         return {};
     }
 
     QUrl resolve(const QByteArray &bookmark, quint64, bool *stale, QString *error) override
     {
-        const auto record = read(bookmark);
-        if (!record) {
-            report(error, u"the data is not a bookmark"_s);
+        const auto record = detail::readBookmark(bookmark, error);
+        if (!record)
             return {};
-        }
         const auto present = detail::identityOf(record->path);
-        const QByteArray path =
-            present ? record->path : detail::findMoved(record->identity, record->path, MaximumEntries);
+        const bool isPathValid = present && isReplacement(*present, record->identity);
+        const QByteArray path = isPathValid ? record->path : find(*record);
         if (path.isNull())
-            report(error, u"\"%1\" is neither there nor nearby"_s.arg(QFile::decodeName(record->path)));
+            report(error, explainLoss(*record, present.has_value()));
         else if (stale)
-            *stale = !present || !present->isSameItem(record->identity);
+            *stale = !isPathValid || !present->isSameItem(record->identity);
         return path.isNull() ? QUrl() : toUrl(path);
     }
+
+    bool startAccess(const QUrl &url) override
+    {
+        const QByteArray path = toPath(url);
+        return !path.isEmpty() && m_grants.start(path);
+    }
+
+    void stopAccess(const QUrl &url) override { m_grants.stop(toPath(url)); }
+
+private:
+    [[nodiscard]] QByteArray find(const detail::BookmarkRecord &record) const
+    {
+        const QByteArray held = m_grants.pathOf(record.identity);
+        return held.isNull() ? detail::findMoved(record.identity, record.path, MaximumEntries) : held;
+    }
+
+    static QString explainLoss(const detail::BookmarkRecord &record, bool isOther)
+    {
+        const QString path = QFile::decodeName(record.path);
+        if (isOther)
+            return u"\"%1\" is no longer the file or directory that it was, which is not nearby"_s.arg(path);
+        const bool isMounted = detail::isVolumePresent(record.identity, record.path);
+        return u"\"%1\" is neither there nor nearby%2"_s.arg(path,
+                                                             isMounted ? u""_s : u"; its volume may not be mounted"_s);
+    }
+
+    detail::AccessGrants m_grants;
 };
 
 std::mutex serviceMutex;
@@ -114,10 +138,26 @@ BookmarkService::~BookmarkService() = default;
 
 bool BookmarkService::startAccess(const QUrl &url)
 {
-    return url.isLocalFile() && QFileInfo(url.toLocalFile()).isReadable();
+    const QByteArray path = toPath(url);
+    return !path.isEmpty() && ::faccessat(AT_FDCWD, path.constData(), R_OK, AT_EACCESS) == 0;
 }
 
 void BookmarkService::stopAccess(const QUrl &) {}
+
+std::optional<BookmarkContents> BookmarkService::contents(const QByteArray &bookmark, QString *error)
+{
+    const auto record = detail::readBookmark(bookmark, error);
+    if (!record)
+        return {};
+    const auto &id = record->identity;
+    BookmarkContents contents{toUrl(record->path), {}, std::nullopt, record->isReadOnly};
+    if (id.hasBirthTime())
+        contents.created =
+            QDateTime::fromMSecsSinceEpoch(id.birthSeconds * 1000 + id.birthNanoseconds / 1'000'000, Qt::UTC);
+    if (id.size != detail::FileIdentity::UnknownSize)
+        contents.size = qint64(id.size);
+    return contents;
+}
 
 std::shared_ptr<BookmarkService> BookmarkService::current()
 {

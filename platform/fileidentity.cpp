@@ -28,6 +28,8 @@ QByteArray childOf(const QByteArray &directory, const char *name)
     return (directory.endsWith('/') ? directory : directory + '/') + name;
 }
 
+quint64 deviceOf(const struct statx &status) { return quint64(status.stx_dev_major) << 32 | status.stx_dev_minor; }
+
 /// Type and bytes of the kernel's handle for the item, absent where the file system has none.
 QByteArray handleOf(const QByteArray &path)
 {
@@ -67,8 +69,8 @@ private:
 
     QByteArray visit(const QByteArray &path, std::deque<QByteArray> &pending)
     {
-        const Directory directory(opendir(path.constData()));
-        if (!directory || !isOnSameFileSystem(directory.get()))
+        const Directory directory(isOnSameFileSystem(path) ? opendir(path.constData()) : nullptr);
+        if (!directory)
             return {};
         while (const dirent *entry = readdir(directory.get())) {
             const std::string_view name = entry->d_name;
@@ -94,20 +96,22 @@ private:
         return identity && identity->isSameItem(m_identity);
     }
 
-    bool isOnSameFileSystem(DIR *directory)
+    // Asked before it is opened, since that could mount something, or wait for a server that is gone.
+    bool isOnSameFileSystem(const QByteArray &path)
     {
-        struct stat status;
-        if (fstat(dirfd(directory), &status) != 0)
+        struct statx status = {};
+        constexpr int Flags = AT_NO_AUTOMOUNT | AT_STATX_DONT_SYNC;
+        if (statx(AT_FDCWD, path.constData(), Flags, STATX_TYPE, &status) != 0)
             return false;
         if (!m_device)
-            m_device = status.st_dev;
-        return *m_device == status.st_dev;
+            m_device = deviceOf(status);
+        return *m_device == deviceOf(status);
     }
 
     const FileIdentity &m_identity;
     int m_entriesLeft;
     std::set<QByteArray> m_seen;
-    std::optional<dev_t> m_device;
+    std::optional<quint64> m_device;
 };
 
 } // namespace
@@ -126,12 +130,13 @@ bool FileIdentity::isSameItem(const FileIdentity &other) const noexcept
 std::optional<FileIdentity> identityOf(const QByteArray &path)
 {
     struct statx status = {};
-    constexpr unsigned Wanted = STATX_TYPE | STATX_INO | STATX_BTIME;
+    constexpr unsigned Wanted = STATX_TYPE | STATX_INO | STATX_BTIME | STATX_SIZE;
     if (statx(AT_FDCWD, path.constData(), AT_SYMLINK_NOFOLLOW | AT_NO_AUTOMOUNT, Wanted, &status) != 0)
         return {};
     FileIdentity identity;
-    identity.device = quint64(status.stx_dev_major) << 32 | status.stx_dev_minor;
+    identity.device = deviceOf(status);
     identity.inode = status.stx_ino;
+    identity.size = status.stx_size;
     identity.type = status.stx_mode & S_IFMT;
     if (status.stx_mask & STATX_BTIME) {
         identity.birthSeconds = status.stx_btime.tv_sec;
@@ -152,6 +157,16 @@ QByteArray findMoved(const FileIdentity &identity, const QByteArray &oldPath, in
             break;
     }
     return {};
+}
+
+bool isVolumePresent(const FileIdentity &identity, QByteArray path)
+{
+    auto nearest = identityOf(path);
+    while (!nearest && path != "/") {
+        path = parentOf(path);
+        nearest = identityOf(path);
+    }
+    return nearest && nearest->device == identity.device;
 }
 
 } // namespace dravelin::detail

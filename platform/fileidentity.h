@@ -19,6 +19,9 @@ struct FileIdentity
     quint16 type = 0; ///< the file-type bits of the mode
     QByteArray
         handle; ///< where the file system gives one: it counts the inode's uses, also those in one tick of the clock
+    quint64 size = UnknownSize; ///< bytes; changes with the contents, so it is not compared
+
+    static constexpr quint64 UnknownSize = ~quint64(0);
 
     [[nodiscard]] bool hasBirthTime() const noexcept { return birthSeconds != 0 || birthNanoseconds != 0; }
 
@@ -27,12 +30,16 @@ struct FileIdentity
     [[nodiscard]] bool isSameItem(const FileIdentity &other) const noexcept;
 };
 
-/// Of the item at the path itself, without following a link at its end; nothing when there is none.
+/// Of the item at the path itself, without following a link at its end; nothing when it cannot be reached, with the
+/// cause in errno.
 [[nodiscard]] std::optional<FileIdentity> identityOf(const QByteArray &path);
 
 /// Looks for an item that used to be at `oldPath`: in its directory, below that, then below up to three levels above,
 /// never into other file systems, until `maximumEntries` directory entries were seen. \return the path, absent when not
 /// found
 [[nodiscard]] QByteArray findMoved(const FileIdentity &identity, const QByteArray &oldPath, int maximumEntries);
+
+/// Whether what is there of `path`, be it only a directory above it, is on the device that the item was on.
+[[nodiscard]] bool isVolumePresent(const FileIdentity &identity, QByteArray path);
 
 } // namespace dravelin::detail

@@ -6,6 +6,7 @@
 #include "control/controlpage.h"
 #include "diagnostics/diagnosticspage.h"
 #include "encoding/encodingpage.h"
+#include "files/filespage.h"
 #include "keyboard/keyboardpage.h"
 #include "overlay/overlaypage.h"
 #include "photo/photopage.h"
@@ -47,6 +48,7 @@ Window::Window() : m_list(new QListWidget), m_stack(new QStackedWidget)
     add(new StackPage);
     add(new ScreensPage);
     add(new KeyboardPage);
+    add(new FilesPage);
     add(new DiagnosticsPage);
     show(m_pages.constFirst());
     resize(1120, 680);

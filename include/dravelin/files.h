@@ -9,4 +9,5 @@
 #include <dravelin/files/buildidentity.h>
 #include <dravelin/files/shellcommand.h>
 #include <dravelin/files/systemservices.h>
+#include <dravelin/files/securityscopedbookmark.h>
 #include <dravelin/platform/bookmarks.h>
