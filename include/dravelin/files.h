@@ -6,4 +6,5 @@
 /// \file
 /// Files that the user chose, found again; shell commands, notifications, the application's version.
 
+#include <dravelin/files/notifications.h>
 #include <dravelin/platform/bookmarks.h>
