@@ -45,4 +45,11 @@ void detail::growBytes(QByteArray &bytes, qsizetype size)
     adviseHugePages(bytes.data(), quintptr(bytes.size()));
 }
 
+void detail::growText(QString &text, qsizetype size)
+{
+    text.reserve(size);
+    text.resize(size);
+    adviseHugePages(text.data(), quintptr(text.size()) * sizeof(QChar));
+}
+
 } // namespace dravelin

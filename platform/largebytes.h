@@ -25,4 +25,7 @@ void adviseHugePages(void *memory, std::size_t size);
 /// pages, so nothing is copied. \throws std::bad_alloc, leaving the bytes as they were
 void growBytes(QByteArray &bytes, qsizetype size);
 
+/// The same for text.
+void growText(QString &text, qsizetype size);
+
 } // namespace dravelin::detail
