@@ -31,7 +31,7 @@ width = 360
 offset = 20x20
 show_indicators = yes
 mouse_left_click = close_current
-mouse_middle_click = do_action
+mouse_middle_click = do_action, close_current
 )";
 
 /// The first line that a program prints.
