@@ -13,6 +13,7 @@
 #include "screens/screenspage.h"
 #include "sound/soundpage.h"
 #include "stack/stackpage.h"
+#include "system/systempage.h"
 #include "undo/undopage.h"
 
 #include <dravelin/version.h>
@@ -45,6 +46,7 @@ Window::Window() : m_list(new QListWidget), m_stack(new QStackedWidget)
     add(new StackPage);
     add(new ScreensPage);
     add(new KeyboardPage);
+    add(new SystemPage);
     add(new DiagnosticsPage);
     show(m_pages.constFirst());
     resize(1120, 680);

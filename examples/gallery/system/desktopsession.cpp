@@ -3,6 +3,8 @@
 
 #include "system/desktopsession.h"
 
+#include <dravelin/platform/display.h>
+
 #include <QtCore/QDeadlineTimer>
 #include <QtCore/QFile>
 #include <QtCore/QtEndian>
@@ -44,6 +46,11 @@ QByteArray firstLine(QProcess &process)
     return process.readLine().trimmed();
 }
 
+void restore(const char *variable, const QByteArray &value)
+{
+    value.isNull() ? qunsetenv(variable) : qputenv(variable, value);
+}
+
 void stop(QProcess &process)
 {
     if (process.state() == QProcess::NotRunning)
@@ -59,7 +66,9 @@ DesktopSession::DesktopSession() : m_addressBefore(qgetenv("DBUS_SESSION_BUS_ADD
     write(u"bus.conf"_s, QString::fromLatin1(BusConfiguration).arg(m_folder.path()).toUtf8());
     m_bus.start(u"dbus-daemon"_s,
                 {u"--nofork"_s, u"--print-address"_s, u"--config-file"_s, m_folder.filePath(u"bus.conf"_s)});
-    qputenv("DBUS_SESSION_BUS_ADDRESS", firstLine(m_bus));
+    const QByteArray address = firstLine(m_bus);
+    // Without a bus, that of the user's session stays out of it.
+    qputenv("DBUS_SESSION_BUS_ADDRESS", address.isEmpty() ? "unix:path=" + m_folder.path().toUtf8() : address);
 }
 
 DesktopSession::~DesktopSession()
@@ -67,7 +76,7 @@ DesktopSession::~DesktopSession()
     stop(m_daemon);
     stop(m_server);
     stop(m_bus);
-    qputenv("DBUS_SESSION_BUS_ADDRESS", m_addressBefore);
+    restore("DBUS_SESSION_BUS_ADDRESS", m_addressBefore);
 }
 
 void DesktopSession::write(const QString &name, const QByteArray &content) const
@@ -86,15 +95,20 @@ bool DesktopSession::startServer()
     return m_display != ":";
 }
 
+QProcessEnvironment DesktopSession::environment() const
+{
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(u"DISPLAY"_s, QString::fromLatin1(m_display));
+    environment.remove(u"WAYLAND_DISPLAY"_s);
+    return environment;
+}
+
 bool DesktopSession::startDesktop()
 {
     if (!hasBus() || !startServer())
         return false;
     write(u"dunstrc"_s, DaemonConfiguration);
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(u"DISPLAY"_s, QString::fromLatin1(m_display));
-    environment.remove(u"WAYLAND_DISPLAY"_s);
-    m_daemon.setProcessEnvironment(environment);
+    m_daemon.setProcessEnvironment(environment());
     m_daemon.start(u"dunst"_s, {u"-conf"_s, m_folder.filePath(u"dunstrc"_s)});
     if (!m_daemon.waitForStarted())
         return false;
@@ -112,12 +126,21 @@ QString DesktopSession::askDaemon(const QStringList &arguments)
     return isDone ? QString::fromUtf8(control.readAllStandardOutput()) : QString();
 }
 
-void DesktopSession::click(const QPoint &place, int button) const
+QRect DesktopSession::notificationArea() const
 {
+    const QByteArray before = qgetenv("DISPLAY");
+    qputenv("DISPLAY", m_display);
+    const QList<dravelin::WindowInfo> windows = dravelin::DisplayService::current()->windowList();
+    restore("DISPLAY", before);
+    const QRect area = windows.value(0).bounds;
+    return area.height() > 20 ? area : QRect(); // it is laid out once mapped
+}
+
+void DesktopSession::click(int button) const
+{
+    const QPoint place = notificationArea().center();
     QProcess pointer;
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(u"DISPLAY"_s, QString::fromLatin1(m_display));
-    pointer.setProcessEnvironment(environment);
+    pointer.setProcessEnvironment(environment());
     pointer.start(u"xdotool"_s, {u"mousemove"_s, QString::number(place.x()), QString::number(place.y()), u"click"_s,
                                  QString::number(button)});
     pointer.waitForFinished(Patience);

@@ -27,13 +27,17 @@ public:
     /// What `dunstctl` prints; absent when the daemon does not answer.
     [[nodiscard]] static QString askDaemon(const QStringList &arguments);
 
-    /// Moves the pointer to a place of the screen and clicks there.
-    void click(const QPoint &place, int button) const;
+    /// Where the daemon's window is; null while it shows none.
+    [[nodiscard]] QRect notificationArea() const;
+
+    /// Clicks on the notification. The left button, 1, closes it; the middle one does its default action.
+    void click(int button) const;
 
     /// What the X server shows.
     [[nodiscard]] QImage picture() const;
 
 private:
+    [[nodiscard]] QProcessEnvironment environment() const;
     void write(const QString &name, const QByteArray &content) const;
     [[nodiscard]] bool startServer();
 
