@@ -22,7 +22,7 @@ QString SystemServices::runShellCommand(const QString &command)
     process->closeOutput();
     detail::reapSoon(*std::move(process));
     if (text.isNull())
-        logWarning(u"Shell command \"%1\" wrote what is not valid UTF-8"_s.arg(command.left(80)));
+        logWarning(u"Shell command \"%1\" wrote what is not valid UTF-8"_s.arg(ChildProcess::shortened(command)));
     return text;
 }
 

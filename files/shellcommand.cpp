@@ -3,8 +3,6 @@
 
 #include <dravelin/files/shellcommand.h>
 
-#include <dravelin/platform/log.h>
-
 #include "platform/childprocess.h"
 #include "platform/commandoutput.h"
 #include "platform/utf8pieces.h"
@@ -31,17 +29,12 @@ constexpr auto Grace = 1s; ///< between SIGTERM and SIGKILL
 
 int milliseconds(double seconds) { return int(std::min(seconds * 1000, double(std::numeric_limits<int>::max()))); }
 
-void report(const QString &command, const QString &cause)
-{
-    logWarning(u"Shell command \"%1\" was not started: %2"_s.arg(command.left(80), cause));
-}
-
 /// Ends it otherwise.
 bool canBeWatched(const ChildProcess &process, const QString &command)
 {
     if (process.ended() >= 0)
         return true;
-    report(command, u"the system has no file descriptors for processes"_s);
+    ChildProcess::reportNotStarted(command, u"the system has no file descriptors for processes"_s);
     process.signalGroup(SIGKILL);
     process.reap();
     return false;
@@ -115,13 +108,13 @@ qint64 ShellCommand::processGroup() const noexcept { return m_run ? m_run->proce
 bool ShellCommand::start(const QString &command)
 {
     if (m_run) {
-        report(command, u"another one is running"_s);
+        ChildProcess::reportNotStarted(command, u"another one is running"_s);
         return false;
     }
     m_output = m_keepsOutput ? ""_ba : QByteArray();
     m_ending = NotStarted;
     if (!QAbstractEventDispatcher::instance(thread())) {
-        report(command, u"this thread has no event loop"_s);
+        ChildProcess::reportNotStarted(command, u"this thread has no event loop"_s);
         return false;
     }
     auto process = ChildProcess::runInShell(command, {.ownGroup = true, .input = m_input});

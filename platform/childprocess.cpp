@@ -11,7 +11,7 @@
 #include <poll.h>
 #include <spawn.h>
 #include <sys/mman.h>
-#include <sys/pidfd.h>
+#include <sys/syscall.h>
 #include <sys/wait.h>
 
 #include <array>
@@ -73,6 +73,9 @@ FileDescriptor inputFile(QByteArrayView input)
     return file;
 }
 
+/// By its number, for some C libraries declare the call wrongly and others not at all.
+FileDescriptor processHandle(pid_t id) { return FileDescriptor(int(syscall(SYS_pidfd_open, id, 0))); }
+
 class FileActions
 {
 public:
@@ -126,19 +129,12 @@ int spawnShell(pid_t *id, QByteArray command, const FileActions &actions, const 
     return posix_spawn(id, Shell, actions.get(), attributes.get(), arguments.data(), environ);
 }
 
-void report(const QString &command, const QString &cause)
-{
-    constexpr qsizetype enough = 80;
-    const QString shown = command.size() > enough ? command.first(enough) + u"..."_s : command;
-    logWarning(u"Shell command \"%1\" was not started: %2"_s.arg(shown, cause));
-}
-
 } // namespace
 
 std::optional<ChildProcess> ChildProcess::runInShell(const QString &command, const Options &options)
 {
     const auto failed = [&command](const QString &cause) {
-        report(command, cause);
+        reportNotStarted(command, cause);
         return std::nullopt;
     };
     const QByteArray bytes = command.isNull() ? "(null)"_ba : command.toUtf8();
@@ -158,7 +154,18 @@ std::optional<ChildProcess> ChildProcess::runInShell(const QString &command, con
     pid_t id = 0;
     if (const int error = spawnShell(&id, bytes, actions, Attributes(options.ownGroup)))
         return failed(qt_error_string(error));
-    return ChildProcess(id, FileDescriptor(pidfd_open(id, 0)), std::move(pipe.reading));
+    return ChildProcess(id, processHandle(id), std::move(pipe.reading));
+}
+
+void ChildProcess::reportNotStarted(const QString &command, const QString &cause)
+{
+    logWarning(u"Shell command \"%1\" was not started: %2"_s.arg(shortened(command), cause));
+}
+
+QString ChildProcess::shortened(const QString &command)
+{
+    constexpr qsizetype enough = 80;
+    return command.size() > enough ? command.first(enough) + u"..."_s : command;
 }
 
 bool ChildProcess::waitFor(std::chrono::milliseconds time) const

@@ -39,6 +39,11 @@ public:
     /// \return nothing when that does not work, which is a line in the log
     [[nodiscard]] static std::optional<ChildProcess> runInShell(const QString &command, const Options &options);
 
+    /// Writes that line.
+    static void reportNotStarted(const QString &command, const QString &cause);
+    /// The beginning of a command, for log lines.
+    [[nodiscard]] static QString shortened(const QString &command);
+
     [[nodiscard]] pid_t id() const noexcept { return m_id; }
 
     /// The end of the pipe to read from. Blocks.

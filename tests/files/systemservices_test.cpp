@@ -1,0 +1,285 @@
+// SPDX-FileCopyrightText: Dravelin contributors
+// SPDX-License-Identifier: MIT
+
+#include <dravelin/files.h>
+#include <dravelin/platform/bundle.h>
+
+#include <support/logrecorder.h>
+#include <support/printers.h>
+
+#include "processwatch.h"
+
+#include <QtCore/QCoreApplication>
+#include <QtCore/QTemporaryFile>
+#include <QtTest/QTest>
+
+#include <dlfcn.h>
+#include <fcntl.h>
+#include <sys/resource.h>
+
+#include <array>
+#include <clocale>
+#include <csignal>
+#include <string>
+
+using namespace dravelin;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+struct CommandRow
+{
+    const char *name;
+    QString command;
+    QString output; ///< null when absent
+};
+
+class ShellTest : public testing::Test
+{
+protected:
+    LogRecorder log;
+    ProcessWatch processes;
+};
+
+/// What a signal does in this process, for a while.
+class SignalSetting
+{
+public:
+    SignalSetting(int signal, void (*handler)(int)) : m_signal(signal)
+    {
+        struct sigaction action = {};
+        action.sa_handler = handler; // without SA_RESTART: system calls are interrupted
+        sigaction(signal, &action, &m_old);
+    }
+    ~SignalSetting() { sigaction(m_signal, &m_old, nullptr); }
+    Q_DISABLE_COPY_MOVE(SignalSetting)
+
+private:
+    int m_signal;
+    struct sigaction m_old = {};
+};
+
+volatile sig_atomic_t childrenEnded = 0;
+
+/// Other files in place of this process's standard streams, or none.
+class StandardStreams
+{
+public:
+    StandardStreams()
+    {
+        for (int stream = 0; stream < 3; ++stream)
+            m_saved[size_t(stream)] = fcntl(stream, F_DUPFD_CLOEXEC, 3);
+    }
+    ~StandardStreams()
+    {
+        for (int stream = 0; stream < 3; ++stream) {
+            dup2(m_saved[size_t(stream)], stream);
+            ::close(m_saved[size_t(stream)]);
+        }
+    }
+    Q_DISABLE_COPY_MOVE(StandardStreams)
+
+private:
+    std::array<int, 3> m_saved{};
+};
+
+class Target : public QObject
+{
+    Q_OBJECT
+
+public:
+    QVariantList calls;
+
+    Q_INVOKABLE void plain() { calls.append(u"plain"_s); }
+    Q_INVOKABLE void withObject(QObject *object) { calls.append(QVariant::fromValue(object)); }
+    Q_INVOKABLE void withValue(const QVariant &value) { calls.append(value); }
+};
+
+class Note : public Coding
+{
+public:
+    void encodeWithCoder(KeyedArchiver &coder) const override { coder.encodeObject(text, u"text"_s); }
+    bool initWithCoder(KeyedUnarchiver &coder) override
+    {
+        text = coder.decodeObjectForKey<QString>(u"text"_s);
+        return true;
+    }
+    QString text;
+};
+
+} // namespace
+
+TEST_F(ShellTest, ReturnsWhatCommandsWrite)
+{
+    const std::array rows{
+        CommandRow{"both streams in order", u"echo a; echo b >&2; echo c"_s, u"a\nb\nc\n"_s},
+        CommandRow{"nothing", u"exit 3"_s, u""_s},
+        CommandRow{"empty command", u""_s, u""_s},
+        CommandRow{"command that does not exist", u"no-such-command 2>/dev/null; echo $?"_s, u"127\n"_s},
+        CommandRow{"characters beyond ASCII", u"echo 'ä€𝄞'"_s, u"ä€𝄞\n"_s},
+        CommandRow{"null character", uR"(printf 'a\000b')"_s, QString(u"a\0b"_s)},
+        CommandRow{"byte order mark", uR"(printf '\357\273\277a')"_s, u"\uFEFFa"_s},
+        CommandRow{"child left behind", u"(sleep 0.1; echo late) & echo early"_s, u"early\nlate\n"_s},
+        CommandRow{"no UTF-8", uR"(printf 'a\377b')"_s, {}},
+        CommandRow{"cut character", uR"(printf 'a\303')"_s, {}},
+        CommandRow{"surrogate", uR"(printf '\355\240\200')"_s, {}},
+        CommandRow{"bad, then much", uR"(printf '\377'; head -c 300000 /dev/zero)"_s, {}},
+    };
+    for (const CommandRow &row : rows) {
+        SCOPED_TRACE(row.name);
+        const QString output = runShellCommand(row.command);
+        EXPECT_EQ(output, row.output);
+        EXPECT_EQ(output.isNull(), row.output.isNull());
+        EXPECT_EQ(log.take().size(), row.output.isNull() ? 1 : 0);
+    }
+    EXPECT_EQ(runShellCommand({}), runShellCommand(u"(null)"_s));
+    EXPECT_TRUE(runShellCommand({}).contains("null"));
+}
+
+TEST_F(ShellTest, TakesAnyAmount)
+{
+    for (const int size : {1, 65'535, 65'536, 65'537, 262'143, 262'144, 262'145, 100'000'000})
+        EXPECT_TRUE(runShellCommand(u"head -c %1 /dev/zero | tr '\\0' x"_s.arg(size)) == QString(size, u'x')) << size;
+    for (const QString &line : {u"xä€𝄞\n"_s, u"ä€𝄞\n"_s}) // cut at every place
+        EXPECT_TRUE(runShellCommand(u"yes '%1' | head -n 200000"_s.arg(line.chopped(1))) == line.repeated(200'000));
+}
+
+TEST_F(ShellTest, ReturnsWhenTheOutputIsClosedThoughTheShellGoesOn)
+{
+    const pid_t shell = runShellCommand(u"echo $$; exec sleep 100 >/dev/null 2>&1"_s).toInt();
+    ASSERT_GT(shell, 1);
+    EXPECT_EQ(kill(shell, SIGKILL), 0);
+    EXPECT_TRUE(QTest::qWaitFor([shell] { return runShellCommand(u""_s).isEmpty() && kill(shell, 0) == -1; }, 10'000))
+        << "not reaped by later calls";
+}
+
+TEST_F(ShellTest, ReadsTheStandardInputOfThisProcess)
+{
+    QTemporaryFile file;
+    ASSERT_TRUE(file.open() && file.write("given") == 5 && file.seek(0));
+    const StandardStreams streams;
+    dup2(file.handle(), 0);
+    EXPECT_EQ(runShellCommand(u"cat"_s), u"given");
+    for (const int closed : {0, 1, 2}) { // the pipe gets their numbers
+        ::close(closed);
+        EXPECT_EQ(runShellCommand(u"echo out; echo err >&2"_s), u"out\nerr\n") << closed;
+    }
+}
+
+TEST_F(ShellTest, LeavesSignalsAndLocaleAlone)
+{
+    const SignalSetting ignoredPipe(SIGPIPE, SIG_IGN);
+    const SignalSetting children(SIGCHLD, [](int) { childrenEnded = childrenEnded + 1; });
+    const std::string locale = std::setlocale(LC_ALL, nullptr);
+    sigset_t blocked, before, after;
+    sigemptyset(&blocked);
+    sigaddset(&blocked, SIGUSR1);
+    pthread_sigmask(SIG_BLOCK, &blocked, &before);
+    childrenEnded = 0;
+    EXPECT_EQ(runShellCommand(u"yes | head -n 1; kill -USR1 $$; echo alive"_s).section('\n', 0, 0), u"y");
+    EXPECT_EQ(runShellCommand(u"grep SigBlk /proc/self/status | tr -d '0[:space:]'"_s), u"SigBlk:");
+    EXPECT_EQ(runShellCommand(u"sh -c 'kill -PIPE $$; echo ignored'; :"_s).contains("ignored"), false);
+    EXPECT_EQ(childrenEnded, 3);
+    pthread_sigmask(SIG_SETMASK, &before, &after);
+    EXPECT_TRUE(sigismember(&after, SIGUSR1));
+    EXPECT_FALSE(sigismember(&after, SIGCHLD));
+    struct sigaction pipe = {};
+    sigaction(SIGPIPE, nullptr, &pipe);
+    EXPECT_EQ(pipe.sa_handler, SIG_IGN);
+    EXPECT_EQ(locale, std::setlocale(LC_ALL, nullptr));
+
+    const SignalSetting ignoredChildren(SIGCHLD, SIG_IGN);
+    EXPECT_EQ(runShellCommand(u"sh -c 'exit 7' & wait $!; echo $?"_s), u"7\n");
+}
+
+TEST_F(ShellTest, LogsWhyACommandWasNotStarted)
+{
+    for (const QString &command : {QString(u"echo a\0rm b"_s), QString(200'000, u' ')}) {
+        EXPECT_TRUE(runShellCommand(command).isNull());
+        EXPECT_EQ(log.take().size(), 1);
+    }
+    rlimit old{};
+    getrlimit(RLIMIT_NOFILE, &old);
+    const rlimit none{0, old.rlim_max};
+    setrlimit(RLIMIT_NOFILE, &none);
+    EXPECT_TRUE(runShellCommand(u"echo a"_s).isNull());
+    setrlimit(RLIMIT_NOFILE, &old);
+    EXPECT_THAT(log.take(), testing::ElementsAre(u"Shell command \"echo a\" was not started: Too many open files"_s));
+}
+
+TEST(VersionNumberTest, HasTheBuildNumberOnRequest)
+{
+    struct Row
+    {
+        QVariant version, build;
+        QString plain, withBuild;
+    };
+    auto &bundle = Bundle::mainBundle();
+    for (const Row &row :
+         {Row{u"2.1"_s, u"57"_s, u"2.1"_s, u"2.1 build 57"_s}, Row{u"2.1"_s, {}, u"2.1"_s, u"2.1"_s},
+          Row{u"2.1"_s, 57, u"2.1"_s, u"2.1 build 57"_s}, Row{u"%2"_s, u"%1"_s, u"%2"_s, u"%2 build %1"_s},
+          Row{QString(), u"57"_s, {}, u"(null) build 57"_s}, Row{QString(), {}, {}, {}}}) {
+        bundle.setObject(row.version, u"CFBundleShortVersionString"_s);
+        bundle.setObject(row.build, u"CFBundleVersion"_s);
+        EXPECT_EQ(versionNumber(false), row.plain);
+        EXPECT_EQ(versionNumber(true), row.withBuild);
+        EXPECT_EQ(versionNumber(true).isNull(), row.withBuild.isNull());
+    }
+    bundle.setObject({}, u"CFBundleShortVersionString"_s);
+    bundle.setObject({}, u"CFBundleVersion"_s);
+}
+
+TEST(CallActionTest, CallsByNameAndByMember)
+{
+    const LogRecorder log;
+    Target target;
+    QObject argument;
+    callAction(&target, "plain");
+    callAction(&target, &Target::plain);
+    callActionWithId(&target, "withObject:", &argument);
+    callActionWithId(&target, &Target::withObject, &argument);
+    callActionWithId(&target, "withValue:", QVariant(5));
+    const QVariant object = QVariant::fromValue(&argument);
+    EXPECT_EQ(target.calls, (QVariantList{u"plain"_s, u"plain"_s, object, object, 5}));
+
+    callAction(nullptr, "plain");
+    callAction(static_cast<Target *>(nullptr), &Target::plain);
+    callActionWithId(nullptr, "withObject:", &argument);
+    callActionWithId(static_cast<Target *>(nullptr), &Target::withObject, &argument);
+    EXPECT_TRUE(log.lines().isEmpty());
+    callAction(&target, "absent");
+    EXPECT_EQ(log.lines(),
+              QStringList(u"%1 has no operation absent"_s.arg(QLatin1String(Target::staticMetaObject.className()))));
+}
+
+TEST(ObjectDataTest, ComesBack)
+{
+    LogRecorder log;
+    registerCodingClass<Note>(u"Note"_s);
+    auto note = std::make_shared<Note>();
+    note->text = u"remember"_s;
+    const QByteArray data = encodeObjectData(note);
+    ASSERT_TRUE(decodeObjectData<Note>(data));
+    EXPECT_EQ(decodeObjectData<Note>(data)->text, note->text);
+    EXPECT_EQ(KeyedUnarchiver(data).decodeObjectForKey<Note>(u"objectDataKey"_s)->text, note->text);
+    for (const QVariant &value : {QVariant(u"text"_s), QVariant(1.5), QVariant(QVariantList{1, u"a"_s}), QVariant()})
+        EXPECT_EQ(decodeObjectData(encodeObjectData(value)), value);
+    EXPECT_FALSE(decodeObjectData(KeyedArchiver::archivedDataWithRootObject(5)).isValid()) << "another key";
+    EXPECT_TRUE(log.take().isEmpty());
+    EXPECT_FALSE(decodeObjectData("noise").isValid());
+    EXPECT_FALSE(decodeObjectData<Note>({}));
+    EXPECT_EQ(log.take().size(), 2);
+}
+
+TEST(BuildIdentityTest, StandsInTheLibraryFile)
+{
+    EXPECT_EQ(DravelinVersionNumber, 1.0);
+    EXPECT_STREQ(DravelinVersionString, "@(#)PROGRAM:Dravelin  PROJECT:Dravelin-1\n");
+    EXPECT_EQ(dlsym(RTLD_DEFAULT, "DravelinVersionString"), DravelinVersionString);
+    Dl_info library{};
+    ASSERT_TRUE(dladdr(reinterpret_cast<const void *>(&logCategory), &library));
+    const QString search = u"strings '%1' | grep -Fxc '@(#)PROGRAM:Dravelin  PROJECT:Dravelin-1'"_s;
+    EXPECT_EQ(runShellCommand(search.arg(QFile::decodeName(library.dli_fname))), u"1\n");
+}
+
+#include "systemservices_test.moc"
