@@ -16,10 +16,10 @@
 #include <QtCore/QTimer>
 #include <QtTest/QSignalSpy>
 
-#include <array>
 #include <csignal>
 #include <memory>
 #include <thread>
+#include <tuple>
 
 using namespace dravelin;
 using namespace Qt::StringLiterals;
@@ -63,39 +63,28 @@ protected:
     }
 };
 
-struct Row
-{
-    const char *name;
-    QString command;
-    QByteArray input;
-    int status;
-    int signal;
-    QString output;
-};
+using Row = std::tuple<const char *, QString, QByteArray, int, QString>; // name, command, input, status, output
 
 } // namespace
 
 TEST_F(ShellCommandTest, TellsWhatCommandsWroteAndHowTheyEnded)
 {
+    const QByteArray large(1'000'000, 'x');
     command->setKeepsOutput(true);
-    for (const Row &row : {
-             Row{"both streams", u"echo a; echo b >&2; exit 3"_s, {}, 3, 0, u"a\nb\n"_s},
-             Row{"killed", u"kill -KILL $$"_s, {}, -1, SIGKILL, u""_s},
-             Row{"no input", u"cat"_s, {}, 0, 0, u""_s},
-             Row{"input", u"cat"_s, "given", 0, 0, u"given"_s},
-             Row{"input beyond a pipe", u"cat; echo end"_s, QByteArray(1'000'000, 'x'), 0, 0,
-                 QString(1'000'000, 'x') + u"end\n"_s},
-             Row{"input that is not read", u"exec <&-; echo end"_s, QByteArray(1'000'000, 'x'), 0, 0, u"end\n"_s},
-             Row{"child left behind", u"(sleep 0.1; echo late) & echo early"_s, {}, 0, 0, u"early\nlate\n"_s},
-             Row{"goes on without output", u"exec >&- 2>&-; sleep 0.1; exit 4"_s, {}, 4, 0, u""_s},
-             Row{"no UTF-8", uR"(printf 'a\377b\303')"_s, {}, 0, 0, u"a\uFFFDb\uFFFD"_s},
-         }) {
-        SCOPED_TRACE(row.name);
-        command->setInput(row.input);
-        ASSERT_TRUE(runs(row.command));
-        EXPECT_EQ(finished.constFirst(), (QVariantList{row.status, row.signal}));
-        EXPECT_TRUE(text == row.output) << qPrintable(text.left(100));
-        EXPECT_EQ(QString::fromUtf8(command->output()), row.output);
+    for (const auto &[name, line, input, status, output] :
+         {Row{"both streams", u"echo a; echo b >&2; exit 3"_s, {}, 3, u"a\nb\n"_s},
+          Row{"no input", u"cat"_s, {}, 0, u""_s},
+          Row{"input", u"cat; echo end"_s, large, 0, QString(1'000'000, 'x') + u"end\n"_s},
+          Row{"input that is not read", u"exec <&-; echo end"_s, large, 0, u"end\n"_s},
+          Row{"child left behind", u"(sleep 0.1; echo late) & echo early"_s, {}, 0, u"early\nlate\n"_s},
+          Row{"goes on without output", u"exec >&- 2>&-; sleep 0.1; exit 4"_s, {}, 4, u""_s},
+          Row{"no UTF-8", uR"(printf 'a\377b\303')"_s, {}, 0, u"a\uFFFDb\uFFFD"_s}}) {
+        SCOPED_TRACE(name);
+        command->setInput(input);
+        ASSERT_TRUE(runs(line));
+        EXPECT_EQ(finished.constFirst(), (QVariantList{status, 0}));
+        EXPECT_TRUE(text == output) << qPrintable(text.left(100));
+        EXPECT_EQ(QString::fromUtf8(command->output()), output);
         EXPECT_EQ(command->ending(), ShellCommand::Exited);
     }
 }
@@ -120,30 +109,22 @@ TEST_F(ShellCommandTest, HandsOutputOverAsItComes)
 
 TEST_F(ShellCommandTest, EndsTheWholeGroup)
 {
-    struct Ended
-    {
-        const char *name;
-        QString command;
-        int signal;
-    };
-    for (const Ended &row : {
-             Ended{"one process", u"echo ready; exec sleep 100"_s, SIGTERM},
-             Ended{"children", u"sleep 100 & sleep 100 & echo ready; wait"_s, SIGTERM},
-             Ended{"pays no heed", u"trap '' TERM; echo ready; while :; do sleep 0.1; done"_s, SIGKILL},
-             Ended{"without output", u"sleep 100 & trap '' TERM; echo ready; exec sleep 100 >/dev/null 2>&1"_s,
-                   SIGKILL},
-             Ended{"left the group", u"setsid sleep 3 & echo ready; exec sleep 100"_s, SIGTERM},
-         }) {
-        SCOPED_TRACE(row.name);
+    using Ended = std::tuple<const char *, QString, int>; // name, command, signal
+    for (const auto &[name, line, signal] :
+         {Ended{"children", u"sleep 100 & sleep 100 & echo ready; wait"_s, SIGTERM},
+          Ended{"pays no heed", u"trap '' TERM; echo ready; while :; do sleep 0.1; done"_s, SIGKILL},
+          Ended{"has no output", u"sleep 100 & trap '' TERM; echo ready; exec sleep 100 >/dev/null 2>&1"_s, SIGKILL},
+          Ended{"left the group", u"setsid sleep 3 & echo ready; exec sleep 100"_s, SIGTERM}}) {
+        SCOPED_TRACE(name);
         readings.clear();
         finished.clear();
-        ASSERT_TRUE(command->start(row.command));
+        ASSERT_TRUE(command->start(line));
         EXPECT_TRUE(waitFor([this] { return !readings.isEmpty(); }));
         const qint64 group = command->processGroup();
         command->cancel();
         EXPECT_TRUE(command->isRunning());
         ASSERT_TRUE(waitFor([this] { return !finished.isEmpty(); }));
-        EXPECT_EQ(finished.constFirst(), (QVariantList{-1, row.signal}));
+        EXPECT_EQ(finished.constFirst(), (QVariantList{-1, signal}));
         EXPECT_EQ(command->ending(), ShellCommand::Cancelled);
         EXPECT_TRUE(isGone(group));
     }
@@ -216,8 +197,7 @@ TEST_F(ShellCommandTest, SaysWhyItCannotStart)
 {
     EXPECT_FALSE(command->start(QString(200'000, u' ')));
     EXPECT_EQ(log.take().size(), 1);
-    EXPECT_EQ(command->ending(), ShellCommand::NotStarted);
-    EXPECT_FALSE(command->isRunning());
+    EXPECT_TRUE(command->ending() == ShellCommand::NotStarted && !command->isRunning());
     std::thread([] { EXPECT_FALSE(ShellCommand().start(u"true"_s)); }).join();
     EXPECT_THAT(log.take(),
                 testing::ElementsAre(u"Shell command \"true\" was not started: this thread has no event loop"_s));
