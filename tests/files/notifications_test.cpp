@@ -262,6 +262,19 @@ TEST_F(NotificationsTest, AreReplacedAndWithdrawn)
     EXPECT_EQ(closings.reasons.size(), 3);
 }
 
+TEST_F(NotificationsTest, AreShownAnewWhenClosedDuringAReplacement)
+{
+    const auto notification = opened(u"a"_s);
+    const Closings closings(notification);
+    Q_EMIT service->NotificationClosed(service->lastId, 2);
+    notification->replace({.title = u"b"_s}); // the closing is on its way
+    ASSERT_TRUE(waitFor([&] { return service->calls.size() == 2; }));
+    EXPECT_EQ(service->calls[1].replaced, 0U);
+    EXPECT_TRUE(closings.reasons.isEmpty());
+    Q_EMIT service->NotificationClosed(service->lastId, 2);
+    EXPECT_TRUE(closings.become({Reason::Dismissed}));
+}
+
 TEST_F(NotificationsTest, OutliveAServiceThatGoesAway)
 {
     const auto notification = opened(u"a"_s);

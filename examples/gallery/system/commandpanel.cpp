@@ -42,6 +42,7 @@ CommandPanel::CommandPanel()
       m_output(new OutputView),
       m_run(new QPushButton(tr("&Run"))),
       m_cancel(new QPushButton(tr("&Cancel"))),
+      m_archive(new QPushButton(tr("&Archive Output"))),
       m_limit(new QDoubleSpinBox),
       m_progress(new QProgressBar),
       m_state(new QLabel)
@@ -90,16 +91,15 @@ QWidget *CommandPanel::makeState()
     layout->setContentsMargins({});
     m_progress->setFixedWidth(120);
     m_progress->setTextVisible(false);
-    auto *archive = new QPushButton(tr("&Archive Output"));
-    archive->setToolTip(tr("Archives the text and reads it back."));
-    connect(archive, &QPushButton::clicked, this, &CommandPanel::archive);
+    m_archive->setToolTip(tr("Archives the text and reads it back."));
+    connect(m_archive, &QPushButton::clicked, this, &CommandPanel::archive);
     layout->addWidget(m_progress);
     layout->addWidget(m_state, 1);
-    layout->addWidget(archive);
+    layout->addWidget(m_archive);
     return panel;
 }
 
-QString CommandPanel::output() const { return m_output->toPlainText(); }
+QString CommandPanel::output() const { return m_output->text(); }
 
 QString CommandPanel::status() const { return m_state->text(); }
 
@@ -107,7 +107,7 @@ void CommandPanel::run()
 {
     if (m_command.isRunning() || m_line->text().isEmpty())
         return;
-    m_output->clear();
+    m_output->clearText();
     m_line->remember(m_line->text());
     m_line->selectAll();
     m_command.setTimeLimit(m_limit->value());

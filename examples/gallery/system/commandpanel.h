@@ -26,6 +26,7 @@ public:
 
     [[nodiscard]] CommandLine *line() const { return m_line; }
     [[nodiscard]] QPushButton *cancelButton() const { return m_cancel; }
+    [[nodiscard]] QPushButton *archiveButton() const { return m_archive; }
     [[nodiscard]] QDoubleSpinBox *limit() const { return m_limit; }
 
     [[nodiscard]] bool isRunning() const { return m_command.isRunning(); }
@@ -47,7 +48,7 @@ private:
     QTimer m_timer;
     CommandLine *m_line;
     OutputView *m_output;
-    QPushButton *m_run, *m_cancel;
+    QPushButton *m_run, *m_cancel, *m_archive;
     QDoubleSpinBox *m_limit;
     QProgressBar *m_progress;
     QLabel *m_state;

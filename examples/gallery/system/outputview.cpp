@@ -3,9 +3,18 @@
 
 #include "system/outputview.h"
 
+#include <QtCore/QTimerEvent>
 #include <QtWidgets/QScrollBar>
 
+#include <utility>
+
 using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int Delay = 50; // ms
+
+} // namespace
 
 OutputView::OutputView()
 {
@@ -17,11 +26,37 @@ OutputView::OutputView()
 
 void OutputView::addText(const QString &text)
 {
+    m_waiting += text;
+    if (m_waiting.size() > 2 * Limit) // not each time: it moves the rest
+        m_waiting = m_waiting.right(Limit);
+    if (!m_timer.isActive())
+        m_timer.start(Delay, this);
+}
+
+void OutputView::clearText()
+{
+    m_waiting.clear();
+    clear();
+}
+
+QString OutputView::text() const { return (toPlainText() + m_waiting).right(Limit); }
+
+void OutputView::timerEvent(QTimerEvent *event)
+{
+    if (event->timerId() == m_timer.timerId())
+        layOut();
+    else
+        QPlainTextEdit::timerEvent(event);
+}
+
+void OutputView::layOut()
+{
+    m_timer.stop();
     QScrollBar *bar = verticalScrollBar();
     const bool isAtEnd = bar->value() == bar->maximum();
     QTextCursor cursor(document());
     cursor.movePosition(QTextCursor::End);
-    cursor.insertText(text.right(Limit));
+    cursor.insertText(std::exchange(m_waiting, {}).right(Limit));
     dropBeginning();
     if (isAtEnd)
         bar->setValue(bar->maximum());

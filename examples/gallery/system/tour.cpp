@@ -73,6 +73,8 @@ private:
         const QString output = m_commands.output();
         m_tour.expect(output.size() <= OutputView::Limit && output.endsWith("\n400000\n"_L1),
                       u"of a long output the end stays"_s);
+        m_commands.archiveButton()->click();
+        m_tour.expect(m_commands.status().endsWith("reads back equal"_L1), m_commands.status());
     }
 
     void history()
@@ -184,7 +186,7 @@ private:
     {
         const QString command = m_commands.line()->text();
         m_tour.waitFor([this] { return !m_commands.isRunning(); }, u"\"%1\" has ended"_s.arg(command));
-        m_record += u"$ %1\n%2[%3]\n"_s.arg(command, m_commands.output().right(200), m_commands.status());
+        m_record += u"$ %1\n%2[%3]\n"_s.arg(command, m_commands.output().right(50), m_commands.status());
     }
 
     void waitForLog(const QString &line)
