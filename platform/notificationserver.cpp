@@ -21,7 +21,8 @@ namespace dravelin::detail {
 namespace {
 
 const QString ConnectionName = u"dravelin-notifications"_s;
-constexpr int LastWait = 1000; // ms, for each of two answers
+constexpr int TryInterval = 3000; // ms
+constexpr int LastWait = 1000;    // ms, for each of two answers
 
 bool hasMarkup(const QDBusMessage &capabilities)
 {
@@ -67,11 +68,12 @@ void NotificationServer::withdraw(quint64 number)
     finish(number, CloseReason::Withdrawn);
 }
 
-/// The connection, made anew when there is none: a session may have begun, or have been left, since.
+/// The connection, made anew when there is none: a session may have begun, or have been left, since. Without a session,
+/// looking for its bus takes some milliseconds, so that is not done for each of many notifications.
 QDBusConnection NotificationServer::bus()
 {
     const QString address = qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS");
-    if (!m_bus.isConnected() || address != m_address)
+    if (address != m_address || (!m_bus.isConnected() && m_nextTry.hasExpired()))
         connectToBus(address);
     return m_bus;
 }
@@ -80,6 +82,7 @@ void NotificationServer::connectToBus(const QString &address)
 {
     QDBusConnection::disconnectFromBus(ConnectionName);
     m_address = address;
+    m_nextTry.setRemainingTime(TryInterval);
     m_bus = address.isEmpty() ? QDBusConnection::connectToBus(QDBusConnection::SessionBus, ConnectionName)
                               : QDBusConnection::connectToBus(address, ConnectionName);
     if (!m_bus.isConnected())

@@ -5,6 +5,7 @@
 
 #include <dravelin/platform/usernotifications.h>
 
+#include <QtCore/QDeadlineTimer>
 #include <QtDBus/QDBusConnection>
 #include <QtDBus/QDBusError>
 #include <QtDBus/QDBusMessage>
@@ -61,6 +62,7 @@ private:
     Deliveries m_deliveries;
     QDBusConnection m_bus;
     QString m_address;
+    QDeadlineTimer m_nextTry;
     quint64 m_lastNumber = 0;
     bool m_isReported = false;
 };

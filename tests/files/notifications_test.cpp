@@ -78,12 +78,13 @@ Q_SIGNALS:
 class NotificationsTest : public testing::Test
 {
 protected:
-    DesktopSession session;
+    std::optional<DesktopSession> session;
     std::optional<Service> service;
 
     void SetUp() override
     {
-        ASSERT_TRUE(session.hasBus()) << "dbus-daemon does not run";
+        session.emplace();
+        ASSERT_TRUE(session->hasBus()) << "dbus-daemon does not run";
         service.emplace();
     }
     [[nodiscard]] Service::Call calledWith(const NotificationContent &content)
@@ -298,6 +299,13 @@ TEST_F(NotificationsTest, OutliveAServiceThatGoesAway)
     EXPECT_TRUE(waitFor([&] { return activated.count() == 1; })) << "the new service is heard";
 }
 
+TEST_F(NotificationsTest, OutliveTheBus)
+{
+    const Closings closings(opened(u"a"_s));
+    session.reset();
+    EXPECT_TRUE(closings.become({Reason::Gone}));
+}
+
 TEST_F(NotificationsTest, AreHarmlessWithoutABus)
 {
     qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nowhere/bus");
@@ -324,7 +332,7 @@ TEST_F(NotificationsTest, AreSentBeforeTheApplicationEnds)
 TEST_F(NotificationsTest, AreShownByARealDaemon)
 {
     service.reset();
-    if (!session.startDesktop())
+    if (!session->startDesktop())
         GTEST_SKIP() << "there is no Xvfb or no dunst";
     const auto show = [] {
         return UserNotification::deliver({.title = u"Export <1>"_s,
@@ -336,12 +344,12 @@ TEST_F(NotificationsTest, AreShownByARealDaemon)
         const auto notification = show();
         QSignalSpy activated(notification.get(), &UserNotification::activated);
         const Closings closings(notification);
-        ASSERT_TRUE(waitFor([&] { return !session.notificationArea().isNull(); }));
-        EXPECT_FALSE(session.picture().isNull());
-        session.click(button);
+        ASSERT_TRUE(waitFor([&] { return !session->notificationArea().isNull(); }));
+        EXPECT_FALSE(session->picture().isNull());
+        session->click(button);
         EXPECT_TRUE(closings.become({reason}));
         EXPECT_EQ(activated.count(), button == 2 ? 1 : 0);
-        EXPECT_TRUE(waitFor([&] { return session.notificationArea().isNull(); }));
+        EXPECT_TRUE(waitFor([&] { return session->notificationArea().isNull(); }));
     }
     const QString history = DesktopSession::askDaemon({u"history"_s});
     EXPECT_TRUE(history.contains(u"\"Export <1>\""_s) && history.contains(u"&lt;b&gt;42&lt;/b&gt; &amp; more"_s))

@@ -65,9 +65,10 @@ public:
     ///
     /// The default center connects to the bus at the first one. What the service has not been given when the application
     /// ends, it is given then, which takes 2 s at most. Where there is no bus or no service, nothing is shown, with one
-    /// line in the log until one is shown again.
+    /// line in the log until one is shown again; the bus is looked for every 3 s at most.
     /// \param number that of an earlier notification, which is replaced, and shown anew when it is closed; 0: a new one
     /// \return the number of the notification, greater than 0
+    /// \cost a message to the bus; some milliseconds for the first one, which connects
     virtual quint64 deliver(const NotificationContent &content, quint64 number = 0) = 0;
 
     /// Closes a notification; one that is not open is left alone.
