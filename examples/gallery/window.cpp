@@ -15,6 +15,7 @@
 #include "sound/soundpage.h"
 #include "stack/stackpage.h"
 #include "table/tablepage.h"
+#include "system/systempage.h"
 #include "undo/undopage.h"
 
 #include <dravelin/version.h>
@@ -49,6 +50,7 @@ Window::Window() : m_list(new QListWidget), m_stack(new QStackedWidget)
     add(new ScreensPage);
     add(new KeyboardPage);
     add(new FilesPage);
+    add(new SystemPage);
     add(new DiagnosticsPage);
     show(m_pages.constFirst());
     resize(1120, 680);

@@ -42,4 +42,5 @@
 #include <dravelin/platform/timer.h>
 #include <dravelin/platform/undomanager.h>
 #include <dravelin/platform/userdefaults.h>
+#include <dravelin/platform/usernotifications.h>
 #include <dravelin/platform/xml.h>

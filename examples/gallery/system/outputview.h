@@ -1,0 +1,34 @@
+// SPDX-FileCopyrightText: Dravelin contributors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <QtCore/QBasicTimer>
+#include <QtWidgets/QPlainTextEdit>
+
+/// The end of what a command prints. It is laid out some times a second, however fast it comes.
+class OutputView : public QPlainTextEdit
+{
+    Q_OBJECT
+
+public:
+    static constexpr int Limit = 200'000; ///< characters that are kept
+
+    OutputView();
+
+    /// Adds text at the end, and stays there if that was in view.
+    void addText(const QString &text);
+    void clearText();
+    /// The text with what is still to be laid out.
+    [[nodiscard]] QString text() const;
+
+protected:
+    void timerEvent(QTimerEvent *event) override;
+
+private:
+    void layOut();
+    void dropBeginning();
+
+    QString m_waiting;
+    QBasicTimer m_timer;
+};
