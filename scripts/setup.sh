@@ -9,10 +9,8 @@ set -euo pipefail
 
 declare -A packages=(
     [build]="g++ cmake ninja-build ccache pkg-config qt6-base-dev qt6-base-dev-tools qt6-tools-dev libxcb1-dev libhwy-dev libopenal-dev libsndfile1-dev libxml2-dev zlib1g-dev"
-    [tests]="binutils libplist-utils libgtest-dev libgmock-dev qt6-declarative-dev qml6-module-qtqml qml6-module-qtqml-models qml6-module-qtqml-workerscript libpixman-1-dev librsvg2-dev lomiri-wallpapers-16.04 pulseaudio pulseaudio-utils sound-theme-freedesktop x11-xserver-utils xdotool xvfb openbox fonts-dejavu-core python3"
-    [gallery]="fonts-dejavu-core python3 shared-mime-info lomiri-wallpapers-16.04 sound-theme-freedesktop"
-    [tests]="dbus dunst libplist-utils libgtest-dev libgmock-dev qt6-declarative-dev qml6-module-qtqml qml6-module-qtqml-models qml6-module-qtqml-workerscript libpixman-1-dev librsvg2-dev lomiri-wallpapers-16.04 pulseaudio pulseaudio-utils sound-theme-freedesktop x11-xserver-utils xdotool xvfb openbox fonts-dejavu-core python3"
-    [gallery]="dbus dunst fonts-dejavu-core python3 shared-mime-info lomiri-wallpapers-16.04 sound-theme-freedesktop xdotool xvfb"
+    [tests]="dbus dunst binutils libplist-utils libgtest-dev libgmock-dev qt6-declarative-dev qml6-module-qtqml qml6-module-qtqml-models qml6-module-qtqml-workerscript libpixman-1-dev librsvg2-dev lomiri-wallpapers-16.04 pulseaudio pulseaudio-utils sound-theme-freedesktop x11-xserver-utils xdotool xvfb openbox fonts-dejavu-core python3"
+    [gallery]="dbus dunst xdotool xvfb fonts-dejavu-core python3 shared-mime-info lomiri-wallpapers-16.04 sound-theme-freedesktop"
     [benchmarks]="libbenchmark-dev libcairo2-dev libglib2.0-dev libopencv-imgproc-dev libssl-dev libvips-dev python3"
     [ci]="git clang libclang-rt-14-dev llvm clang-format clang-tidy doxygen"
 )

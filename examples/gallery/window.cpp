@@ -14,8 +14,8 @@
 #include "screens/screenspage.h"
 #include "sound/soundpage.h"
 #include "stack/stackpage.h"
-#include "table/tablepage.h"
 #include "system/systempage.h"
+#include "table/tablepage.h"
 #include "undo/undopage.h"
 
 #include <dravelin/version.h>

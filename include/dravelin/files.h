@@ -8,7 +8,7 @@
 
 #include <dravelin/files/buildidentity.h>
 #include <dravelin/files/notifications.h>
+#include <dravelin/files/securityscopedbookmark.h>
 #include <dravelin/files/shellcommand.h>
 #include <dravelin/files/systemservices.h>
-#include <dravelin/files/securityscopedbookmark.h>
 #include <dravelin/platform/bookmarks.h>
