@@ -120,16 +120,17 @@ TEST_F(ShellTest, UsesTheStandardInputOfThisProcessOrNone)
     const std::array saved{dup(0), dup(1), dup(2)};
     dup2(file.handle(), 0);
     EXPECT_EQ(runShellCommand(u"cat"_s), u"given");
-    for (const int stream : {0, 1, 2}) { // the pipe gets their numbers
-        close(stream);
-        EXPECT_EQ(runShellCommand(u"echo out; echo err >&2"_s), u"out\nerr\n") << stream;
-    }
+    close(1); // the number goes to the file of the input
     ShellCommand command;
     command.setInput("in");
     command.setKeepsOutput(true);
     EXPECT_TRUE(command.start(u"cat"_s));
     EXPECT_TRUE(QTest::qWaitFor([&command] { return !command.isRunning(); }, 20'000));
     EXPECT_EQ(command.output(), "in");
+    for (const int stream : {0, 1, 2}) { // and these to the pipe
+        close(stream);
+        EXPECT_EQ(runShellCommand(u"echo out; echo err >&2"_s), u"out\nerr\n") << stream;
+    }
     for (const int stream : {0, 1, 2}) {
         dup2(saved[size_t(stream)], stream);
         close(saved[size_t(stream)]);
@@ -146,7 +147,11 @@ TEST_F(ShellTest, LeavesSignalsAndLocaleAlone)
     sigaddset(&blocked, SIGUSR1);
     pthread_sigmask(SIG_BLOCK, &blocked, &before);
     EXPECT_EQ(runShellCommand(u"grep SigBlk /proc/self/status | tr -d '0[:space:]'"_s), u"SigBlk:");
-    EXPECT_EQ(childrenEnded, 1) << "the program's own handler still hears";
+    const SignalSetting alarms(SIGALRM, [](int) {});
+    ualarm(1000, 1000);
+    EXPECT_EQ(runShellCommand(u"sleep 0.1; echo late"_s), u"late\n");
+    ualarm(0, 0);
+    EXPECT_EQ(childrenEnded, 2) << "the program's own handler still hears";
     pthread_sigmask(SIG_SETMASK, &before, &after);
     EXPECT_TRUE(sigismember(&after, SIGUSR1) && !sigismember(&after, SIGCHLD));
     EXPECT_EQ(signal(SIGPIPE, SIG_IGN), SIG_IGN);
