@@ -193,6 +193,28 @@ void tablesShowRows()
     CHECK(item->string("row") == "3" && item->types() == QStringList("row"));
 }
 
+void rowsAreReordered()
+{
+    TableView table;
+    table.registerView<QLabel>("cell");
+    TableViewHandler handler(&table, "cell", "row");
+    CHECK(handler.tableView() == &table && handler.viewIdentifier() == "cell" && handler.rowViewIdentifier() == "row");
+    handler.setSourceData(std::make_shared<QVariantList>(QVariantList{"a", "b", "c", "d", "e"}));
+    handler.willBeginAtPoint(&table, {}, {1, 3});
+    CHECK((handler.dragSelectedRowsIndexes() == IndexSet{1, 3}));
+    CHECK(handler.pasteboardWriterForRow(&table, 1)->types() == QStringList(handler.dropType()));
+    CHECK(handler.validateDrop(&table, 0, DropOperation::Above) == -1);
+    CHECK(handler.acceptDrop(&table, 0, DropOperation::Above));
+    CHECK((handler.tableData() == QVariantList{"a", "b", "d", "c", "e"}));
+    handler.endedAtPoint(&table, {}, 2);
+    handler.dataChanged();
+    CHECK(handler.numberOfRowsInTableView(&table) == 5);
+    handler.updateTableView(&table, 0);
+    handler.updateTableRowView(&table, 0);
+    handler.dragComplete();
+    handler.selectionChanged();
+}
+
 void outlinesRevealItems()
 {
     QStandardItemModel model;
@@ -221,5 +243,6 @@ void useInterface()
     screensAreFound();
     viewsAreStacked();
     tablesShowRows();
+    rowsAreReordered();
     outlinesRevealItems();
 }
