@@ -26,8 +26,8 @@ namespace {
 
 constexpr const char *Shell = "/bin/sh";
 
-/// Standard streams that this process has closed leave their numbers to others, which would be overwritten when the
-/// command gets its own streams.
+/// Standard streams that this process has closed leave their numbers to other files, which are overwritten when the
+/// command gets its own streams. That does no harm to the pipe, whose turn comes first.
 FileDescriptor aboveStandardStreams(FileDescriptor descriptor)
 {
     if (!descriptor.isOpen() || descriptor.get() > STDERR_FILENO)
@@ -46,8 +46,8 @@ struct Pipe
         if (pipe2(ends.data(), O_CLOEXEC) != 0)
             return false;
         reading = FileDescriptor(ends[0]);
-        writing = aboveStandardStreams(FileDescriptor(ends[1]));
-        return writing.isOpen();
+        writing = FileDescriptor(ends[1]);
+        return true;
     }
 };
 

@@ -113,8 +113,9 @@ TEST_F(ShellCommandTest, EndsTheWholeGroup)
     for (const auto &[name, line, signal] :
          {Ended{"children", u"sleep 100 & sleep 100 & echo ready; wait"_s, SIGTERM},
           Ended{"pays no heed", u"trap '' TERM; echo ready; while :; do sleep 0.1; done"_s, SIGKILL},
-          Ended{"has no output", u"sleep 100 & trap '' TERM; echo ready; exec sleep 100 >/dev/null 2>&1"_s, SIGKILL},
-          Ended{"left the group", u"setsid sleep 3 & echo ready; exec sleep 100"_s, SIGTERM}}) {
+          Ended{"closes the output", u"(trap '' TERM; echo ready; exec sleep 100 >&- 2>&-) & exec sleep 100"_s,
+                SIGTERM},
+          Ended{"left the group", u"setsid sleep 70 & echo ready; exec sleep 100"_s, SIGTERM}}) {
         SCOPED_TRACE(name);
         readings.clear();
         finished.clear();
