@@ -50,15 +50,18 @@ namespace {
 constexpr qsizetype TitleLimit = 500, TextLimit = 5000;
 constexpr int PictureSize = 64;
 
+/// The qGuiApp of a plain QCoreApplication is not null.
+bool hasInterface() { return qobject_cast<QGuiApplication *>(QCoreApplication::instance()) != nullptr; }
+
 QString applicationName()
 {
-    return notificationText(qGuiApp ? QGuiApplication::applicationDisplayName() : QCoreApplication::applicationName(),
-                            TitleLimit);
+    return notificationText(
+        hasInterface() ? QGuiApplication::applicationDisplayName() : QCoreApplication::applicationName(), TitleLimit);
 }
 
 QIcon iconOf(const NotificationContent &content)
 {
-    if (!qGuiApp)
+    if (!hasInterface())
         return {};
     return content.icon.isNull() ? QGuiApplication::windowIcon() : content.icon;
 }
@@ -88,7 +91,7 @@ QVariantMap hintsOf(const NotificationContent &content)
     QVariantMap hints{{u"urgency"_s, QVariant::fromValue(uchar(content.urgency))}};
     addSound(hints, content.soundName);
     addPicture(hints, iconOf(content));
-    if (qGuiApp && !QGuiApplication::desktopFileName().isEmpty())
+    if (hasInterface() && !QGuiApplication::desktopFileName().isEmpty())
         hints.insert(u"desktop-entry"_s, notificationText(QGuiApplication::desktopFileName(), TitleLimit));
     return hints;
 }

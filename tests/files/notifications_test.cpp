@@ -177,6 +177,7 @@ TEST_F(NotificationsTest, BearTheApplicationsNameAndIcon)
     QByteArray bytes;
     picture.beginStructure();
     picture >> width >> height >> stride >> alpha >> bits >> channels >> bytes;
+    picture.endStructure();
     EXPECT_EQ((QList{width, height, stride, bits, channels}), (QList{3, 2, 12, 8, 4}));
     EXPECT_EQ(bytes, QByteArray("\1\2\3\xFF").repeated(6));
 }
@@ -325,6 +326,7 @@ TEST_F(NotificationsTest, AreSentBeforeTheApplicationEnds)
     QProcess child;
     child.start(QStringLiteral(NOTIFICATIONS_CHILD), QStringList());
     EXPECT_TRUE(waitFor([&] { return child.state() == QProcess::NotRunning; }));
+    EXPECT_EQ(child.exitCode(), 0) << child.readAllStandardError().constData();
     ASSERT_EQ(service->calls.size(), 1);
     EXPECT_EQ(service->calls[0].title + service->calls[0].text, u"lastwords"_s);
 }
