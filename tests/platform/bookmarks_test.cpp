@@ -207,15 +207,22 @@ TEST_F(Bookmarks, SayWhatTheyHold)
     EXPECT_TRUE(!contents->created.isValid() || qAbs(contents->created.msecsTo(before)) < 60'000);
 
     // The first version ended before the size, and had a shorter checksum.
-    constexpr qsizetype sizeFlagsAndChecksum = 13, checksum = 2;
+    constexpr qsizetype sizeFlagsAndChecksum = 13;
     QByteArray older = bookmark.chopped(sizeFlagsAndChecksum);
     older[4] = 1;
-    older += QByteArray(checksum, '\0');
-    qToBigEndian(qChecksum(QByteArrayView(older).chopped(checksum)), older.end() - checksum);
-    EXPECT_EQ(BookmarkService::contents(older)->size, std::nullopt);
+    const auto withChecksum = [](QByteArray bytes) {
+        const quint16 checksum = qToBigEndian(qChecksum(bytes));
+        return bytes.append(reinterpret_cast<const char *>(&checksum), sizeof checksum);
+    };
+    EXPECT_EQ(BookmarkService::contents(withChecksum(older))->size, std::nullopt);
     bool stale = true;
-    EXPECT_EQ(service->resolve(older, 0, &stale), url("plan"));
+    EXPECT_EQ(service->resolve(withChecksum(older), 0, &stale), url("plan"));
     EXPECT_FALSE(stale);
+
+    file.remove();
+    EXPECT_EQ(causeOf(bookmark).find("mounted"), std::string::npos);
+    older[9 + path("plan").toUtf8().size()] ^= 1; // as if on another device
+    EXPECT_NE(causeOf(withChecksum(older)).find("mounted"), std::string::npos);
 }
 
 TEST_F(Bookmarks, ExplainWhatTheyCannotRead)

@@ -65,13 +65,14 @@ public:
     /// \operation{installUrl:}
     void installUrl(const QUrl &url);
 
-    /// Resolves the bookmark anew and starts access. Access that is held already is not moved to the new URL: call
-    /// stopAccess() first.
+    /// Resolves the bookmark anew and starts access. Unless the bookmark is stale, access that is held already is not
+    /// moved to the new URL, and hasSecurityAccess() stays true even when nothing is found: call stopAccess() first.
     /// \param mayAsk whether a service that can may ask the user and mount volumes
     /// \operation{resolveWithUI:}
     void resolveWithUI(bool mayAsk);
 
-    /// Resolves the bookmark; a stale one is made anew, and access moves to its URL. url() changes only then.
+    /// Resolves the bookmark; a stale one is made anew, and access moves to its URL. Otherwise the
+    /// object keeps the URL that it has.
     /// \param options of BookmarkService::ResolutionOption; security scope is added
     /// \return an empty URL when it does not resolve, which is logged only for one that was stale
     /// \operation{resolveSecurityUrl:}
