@@ -27,6 +27,9 @@ QRect pixels(const QRect &area, const QScreen &screen)
     return {area.topLeft(), area.size() * screen.devicePixelRatio()};
 }
 
+/// qGuiApp is not null for a plain QCoreApplication.
+bool isGui() { return qobject_cast<QGuiApplication *>(QCoreApplication::instance()) != nullptr; }
+
 } // namespace
 
 DisplayService::~DisplayService() = default;
@@ -34,7 +37,7 @@ DisplayService::~DisplayService() = default;
 QList<ScreenInfo> DisplayService::screenList()
 {
     QList<ScreenInfo> list;
-    if (!qGuiApp)
+    if (!isGui())
         return list;
     const bool isX = QGuiApplication::platformName() == QLatin1String("xcb");
     for (QScreen *screen : QGuiApplication::screens()) {
@@ -52,7 +55,7 @@ QList<QRect> DisplayService::screens()
     return areas;
 }
 
-QPointF DisplayService::mouseLocation() { return qGuiApp ? QPointF(QCursor::pos()) : QPointF(); }
+QPointF DisplayService::mouseLocation() { return isGui() ? QPointF(QCursor::pos()) : QPointF(); }
 
 QList<WindowInfo> DisplayService::windowList() { return xWindows(); }
 
