@@ -29,7 +29,7 @@ def output_of(*command):
 
 def foreign_symbols(library):
     """What the library exports under names that are not its own."""
-    lines = output_of("nm", "-DC", "--defined-only", library).splitlines()
+    lines = output_of("nm", "-DC", "--extern-only", "--defined-only", library).splitlines()
     names = [line.split(" ", 2)[2] for line in lines]
     if not any(name.startswith("dravelin::") for name in names):
         return ["(nothing of dravelin)"]

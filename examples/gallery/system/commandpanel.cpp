@@ -61,6 +61,7 @@ CommandPanel::CommandPanel()
     connect(&m_timer, &QTimer::timeout, this, &CommandPanel::showTime);
     connect(&m_command, &ShellCommand::outputRead, m_output, &OutputView::addText);
     connect(&m_command, &ShellCommand::runningChanged, this, &CommandPanel::showRunning);
+    connect(&m_command, &ShellCommand::finished, m_output, &OutputView::layOut);
     connect(&m_command, &ShellCommand::finished, this, &CommandPanel::showEnd);
     showRunning();
 }

@@ -19,6 +19,8 @@ public:
     /// Adds text at the end, and stays there if that was in view.
     void addText(const QString &text);
     void clearText();
+    /// Shows what has come so far at once, and not only in a moment.
+    void layOut();
     /// The text with what is still to be laid out.
     [[nodiscard]] QString text() const;
 
@@ -26,7 +28,6 @@ protected:
     void timerEvent(QTimerEvent *event) override;
 
 private:
-    void layOut();
     void dropBeginning();
 
     QString m_waiting;
