@@ -39,6 +39,15 @@ target_include_directories(Dravelin
 
 configure_file(${PROJECT_SOURCE_DIR}/cmake/version.h.in ${PROJECT_BINARY_DIR}/include/dravelin/version.h @ONLY)
 
+# Builds without it, such as the one of the tests, show that every source includes what it needs.
+function(dravelin_precompile_headers target)
+    if(DRAVELIN_PRECOMPILED_HEADERS)
+        target_precompile_headers(${target} PRIVATE $<$<COMPILE_LANGUAGE:CXX>:${PROJECT_SOURCE_DIR}/cmake/precompiled.h>)
+    endif()
+endfunction()
+
+dravelin_precompile_headers(Dravelin)
+
 # dravelin_sources(HEADERS relative to include/dravelin ... SOURCES relative to the calling folder ...)
 # The public headers go through moc with the library and are installed with it.
 function(dravelin_sources)
@@ -57,4 +66,5 @@ endfunction()
 function(dravelin_vector_sources)
     set_property(SOURCE ${ARGN} TARGET_DIRECTORY Dravelin APPEND PROPERTY
         COMPILE_OPTIONS $<$<NOT:$<CONFIG:Release,RelWithDebInfo,MinSizeRel>>:-O2>)
+    set_property(SOURCE ${ARGN} TARGET_DIRECTORY Dravelin PROPERTY SKIP_PRECOMPILE_HEADERS ON) # other options than those
 endfunction()

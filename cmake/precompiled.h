@@ -6,7 +6,6 @@
 #include <algorithm>
 #include <functional>
 #include <memory>
-#include <ranges>
 
 #include <QtCore/QAbstractItemModel>
 #include <QtCore/QCoreApplication>
