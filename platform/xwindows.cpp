@@ -120,22 +120,24 @@ public:
 
     [[nodiscard]] bool isConnected() const { return xcb_connection_has_error(m_connection) == 0; }
 
-    /// Takes note of the screen's size, and throws away what the server tells every client unasked.
-    void begin()
+    /// Throws away what the server tells every client unasked.
+    void dropEvents()
     {
         while (const detail::XcbReply<xcb_generic_event_t> event{xcb_poll_for_event(m_connection)}) {
         }
-        m_area = area();
     }
 
-    /// From the back to the front.
-    [[nodiscard]] Cards windows() const
+    /// From the back to the front. Takes note of the whole area as well, so that it takes no further round trip.
+    [[nodiscard]] Cards windows()
     {
-        const QByteArray list = answer(ask(root(), m_atoms[ClientListStacking]));
+        const xcb_get_geometry_cookie_t area = xcb_get_geometry(m_connection, root());
+        const xcb_get_property_cookie_t managed = ask(root(), m_atoms[ClientListStacking]);
+        const xcb_query_tree_cookie_t all = xcb_query_tree(m_connection, root());
+        noteArea(area);
+        const QByteArray list = answer(managed);
+        const detail::XcbReply<xcb_query_tree_reply_t> tree(xcb_query_tree_reply(m_connection, all, nullptr));
         if (!list.isNull())
             return cards(list);
-        const detail::XcbReply<xcb_query_tree_reply_t> tree(
-            xcb_query_tree_reply(m_connection, xcb_query_tree(m_connection, root()), nullptr));
         if (!tree)
             return {};
         const xcb_window_t *first = xcb_query_tree_children(tree.get());
@@ -186,11 +188,10 @@ private:
 
     [[nodiscard]] xcb_window_t root() const { return detail::screenOf(m_connection, m_screen)->root; }
 
-    [[nodiscard]] QRect area() const
+    void noteArea(xcb_get_geometry_cookie_t asked)
     {
-        const detail::XcbReply<xcb_get_geometry_reply_t> reply(
-            xcb_get_geometry_reply(m_connection, xcb_get_geometry(m_connection, root()), nullptr));
-        return reply ? QRect(0, 0, reply->width, reply->height) : QRect();
+        const detail::XcbReply<xcb_get_geometry_reply_t> reply(xcb_get_geometry_reply(m_connection, asked, nullptr));
+        m_area = reply ? QRect(0, 0, reply->width, reply->height) : QRect();
     }
 
     [[nodiscard]] xcb_get_property_cookie_t ask(xcb_window_t window, xcb_atom_t property) const
@@ -272,7 +273,7 @@ XServer &keptServer()
 
 QList<WindowInfo> describeWindows(XServer &server)
 {
-    server.begin();
+    server.dropEvents();
     std::vector<Questions> asked;
     for (const xcb_window_t window : server.windows())
         asked.push_back(server.askAbout(window));
