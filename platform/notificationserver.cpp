@@ -8,7 +8,8 @@
 #include "platform/notificationmessage.h"
 #include "platform/notificationtext.h"
 
-#include <QtCore/QCoreApplication>
+#include <QtCore/QFile>
+#include <QtCore/QUrl>
 #include <QtDBus/QDBusServiceWatcher>
 
 #include <algorithm>
@@ -21,8 +22,24 @@ namespace dravelin::detail {
 namespace {
 
 const QString ConnectionName = u"dravelin-notifications"_s;
+const QString TrialName = u"dravelin-notifications-trial"_s;
 constexpr int TryInterval = 3000; // ms
-constexpr int LastWait = 1000;    // ms, for each of two answers
+constexpr int LastWait = 1000;    // ms, for each of three answers
+
+/// Empty where only libdbus knows.
+QString busAddress()
+{
+    if (const QString given = qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS"); !given.isEmpty())
+        return given;
+    const QString usual = qEnvironmentVariable("XDG_RUNTIME_DIR") + u"/bus"_s;
+    return QFile::exists(usual) ? u"unix:path="_s + QLatin1String(QUrl::toPercentEncoding(usual, "/", "~")) : QString();
+}
+
+QDBusMessage busCall(const QString &method)
+{
+    const QString bus = u"org.freedesktop.DBus"_s;
+    return QDBusMessage::createMethodCall(bus, u"/org/freedesktop/DBus"_s, bus, method);
+}
 
 bool hasMarkup(const QDBusMessage &capabilities)
 {
@@ -40,7 +57,7 @@ UserNotificationCenter::CloseReason reasonOf(quint32 reason)
 
 NotificationServer::NotificationServer() : m_bus(ConnectionName) {}
 
-NotificationServer::~NotificationServer() { QDBusConnection::disconnectFromBus(ConnectionName); }
+NotificationServer::~NotificationServer() { leaveBus(); }
 
 quint64 NotificationServer::deliver(const NotificationContent &content, quint64 number)
 {
@@ -68,23 +85,61 @@ void NotificationServer::withdraw(quint64 number)
     finish(number, CloseReason::Withdrawn);
 }
 
-/// The connection, made anew when there is none: a session may have begun, or have been left, since. Without a session,
-/// looking for its bus takes some milliseconds, so that is not done for each of many notifications.
-QDBusConnection NotificationServer::bus()
+/// Sees to a connection when there is none: a session may have begun, or have been left, since. Not for each of many
+/// notifications, because without a session looking for its bus takes some milliseconds.
+/// \return false while the bus is asked for an answer
+bool NotificationServer::reachBus()
 {
-    const QString address = qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS");
-    if (address != m_address || (!m_bus.isConnected() && m_nextTry.hasExpired()))
-        connectToBus(address);
-    return m_bus;
+    const QString address = busAddress();
+    if (address != m_address || (!m_trial && !m_bus.isConnected() && m_nextTry.hasExpired())) {
+        m_address = address;
+        m_nextTry.setRemainingTime(TryInterval);
+        tryBus();
+    }
+    return !m_trial;
 }
 
-void NotificationServer::connectToBus(const QString &address)
+/// Connecting waits for the bus, for ever if that does not answer. So it is asked first whether it does, over another
+/// connection, which need not wait.
+void NotificationServer::tryBus()
 {
+    delete std::exchange(m_trial, nullptr); // of another address
+    leaveBus();
+    if (m_address.isEmpty()) {
+        connectToBus();
+        return;
+    }
+    QDBusConnection trial = QDBusConnection::connectToPeer(m_address, TrialName);
+    m_error = trial.lastError();
+    if (!trial.isConnected())
+        return;
+    m_trial = new NotificationAnswer([this](auto &) { takeTrial({}); },
+                                     [this](const QDBusError &error) { takeTrial(error); }, this);
+    trial.callWithCallback(busCall(u"Hello"_s), m_trial, SLOT(take(QDBusMessage)),
+                           SLOT(fail(QDBusError, QDBusMessage)));
+}
+
+void NotificationServer::takeTrial(const QDBusError &error)
+{
+    m_trial = nullptr; // goes by itself
+    QDBusConnection::disconnectFromPeer(TrialName);
+    m_error = error;
+    if (!error.isValid())
+        connectToBus();
+    askService();
+}
+
+void NotificationServer::leaveBus()
+{
+    QDBusConnection::disconnectFromPeer(TrialName);
     QDBusConnection::disconnectFromBus(ConnectionName);
-    m_address = address;
-    m_nextTry.setRemainingTime(TryInterval);
-    m_bus = address.isEmpty() ? QDBusConnection::connectToBus(QDBusConnection::SessionBus, ConnectionName)
-                              : QDBusConnection::connectToBus(address, ConnectionName);
+}
+
+void NotificationServer::connectToBus()
+{
+    m_bus = m_address.isEmpty() ? QDBusConnection::connectToBus(QDBusConnection::SessionBus, ConnectionName)
+                                : QDBusConnection::connectToBus(m_address, ConnectionName);
+    m_error = m_bus.lastError();
     if (!m_bus.isConnected())
         return;
     const auto service = QLatin1String(NotificationService);
@@ -104,20 +159,29 @@ void NotificationServer::connectToBus(const QString &address)
 void NotificationServer::call(const QDBusMessage &message, quint64 number, const Answered &answered)
 {
     auto *answer = new NotificationAnswer(
-        answered, [this, number](const QString &cause) { fail(number, cause); }, this);
-    QDBusConnection connection = bus();
-    if (!connection.callWithCallback(message, answer, SLOT(take(QDBusMessage)), SLOT(fail(QDBusError, QDBusMessage)))) {
+        answered, [this, number](const QDBusError &error) { fail(number, error.message()); }, this);
+    if (!m_bus.isConnected()
+        || !m_bus.callWithCallback(message, answer, SLOT(take(QDBusMessage)), SLOT(fail(QDBusError, QDBusMessage)))) {
+        const QDBusError error = m_error.isValid() ? m_error : m_bus.lastError();
         QMetaObject::invokeMethod(
-            answer, [=] { answer->fail(connection.lastError(), {}); }, Qt::QueuedConnection);
+            answer, [=] { answer->fail(error, {}); }, Qt::QueuedConnection);
     }
 }
 
-/// First, how the service takes texts. It is asked each time: it may be another one by now.
 void NotificationServer::ask(quint64 number)
 {
     m_deliveries[number].isWaiting = true;
-    call(notificationCall(u"GetCapabilities"_s), number,
-         [this, number](const QDBusMessage &answer) { send(number, answer); });
+    m_queue << number;
+    if (reachBus())
+        askService();
+}
+
+/// First, how the service takes texts. It is asked each time: it may be another one by now.
+void NotificationServer::askService()
+{
+    for (const quint64 number : std::exchange(m_queue, {}))
+        call(notificationCall(u"GetCapabilities"_s), number,
+             [this, number](const QDBusMessage &answer) { send(number, answer); });
 }
 
 void NotificationServer::send(quint64 number, const QDBusMessage &capabilities)
@@ -150,7 +214,7 @@ void NotificationServer::takeId(quint64 number, quint32 id)
 void NotificationServer::closeInService(quint32 id)
 {
     if (id != 0)
-        bus().send(notificationCall(u"CloseNotification"_s, {id}));
+        m_bus.send(notificationCall(u"CloseNotification"_s, {id}));
 }
 
 void NotificationServer::fail(quint64 number, const QString &cause)
@@ -208,19 +272,25 @@ void NotificationServer::sendRest()
     const auto waits = [](auto &entry) { return entry.second.isWaiting; };
     if (std::none_of(m_deliveries.begin(), m_deliveries.end(), waits))
         return;
+    if (m_trial) {
+        if (QDBusConnection(TrialName).call(busCall(u"GetId"_s), QDBus::Block, LastWait).type()
+            != QDBusMessage::ReplyMessage)
+            return;
+        connectToBus();
+    }
     const QDBusMessage question = notificationCall(u"GetCapabilities"_s);
-    const QDBusMessage capabilities = bus().call(question, QDBus::Block, LastWait);
+    const QDBusMessage capabilities = m_bus.call(question, QDBus::Block, LastWait);
     if (capabilities.type() != QDBusMessage::ReplyMessage)
         return;
     for (auto &[number, delivery] : m_deliveries) {
         if (delivery.isChanged && !delivery.isWithdrawn)
-            bus().send(notifyCall(delivery.content, delivery.id, hasMarkup(capabilities)));
+            m_bus.send(notifyCall(delivery.content, delivery.id, hasMarkup(capabilities)));
     }
-    (void)bus().call(question, QDBus::Block, LastWait); // answered once all that is taken
+    (void)m_bus.call(question, QDBus::Block, LastWait); // answered once all that is taken
 }
 
 NotificationAnswer::NotificationAnswer(std::function<void(const QDBusMessage &)> answered,
-                                       std::function<void(const QString &)> failed, QObject *parent)
+                                       std::function<void(const QDBusError &)> failed, QObject *parent)
     : QObject(parent), m_answered(std::move(answered)), m_failed(std::move(failed))
 {}
 
@@ -233,7 +303,7 @@ void NotificationAnswer::take(const QDBusMessage &answer)
 void NotificationAnswer::fail(const QDBusError &error, const QDBusMessage &)
 {
     deleteLater();
-    m_failed(error.message());
+    m_failed(error);
 }
 
 } // namespace dravelin::detail

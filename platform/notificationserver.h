@@ -15,6 +15,8 @@
 
 namespace dravelin::detail {
 
+class NotificationAnswer;
+
 /// The desktop's notification service on the D-Bus session bus.
 class NotificationServer : public UserNotificationCenter
 {
@@ -48,10 +50,14 @@ private:
     };
     using Deliveries = std::map<quint64, Delivery>;
 
-    [[nodiscard]] QDBusConnection bus();
-    void connectToBus(const QString &address);
+    [[nodiscard]] bool reachBus();
+    void tryBus();
+    void takeTrial(const QDBusError &error);
+    void leaveBus();
+    void connectToBus();
     void call(const QDBusMessage &message, quint64 number, const Answered &answered);
     void ask(quint64 number);
+    void askService();
     void send(quint64 number, const QDBusMessage &capabilities);
     void takeId(quint64 number, quint32 id);
     void closeInService(quint32 id);
@@ -60,8 +66,11 @@ private:
     [[nodiscard]] Deliveries::iterator find(quint32 id);
 
     Deliveries m_deliveries;
+    QList<quint64> m_queue; ///< what the service is asked about once the bus has answered
     QDBusConnection m_bus;
+    QDBusError m_error; ///< why there is no connection
     QString m_address;
+    NotificationAnswer *m_trial = nullptr; ///< while the bus is asked for an answer
     QDeadlineTimer m_nextTry;
     quint64 m_lastNumber = 0;
     bool m_isReported = false;
@@ -73,8 +82,8 @@ class NotificationAnswer : public QObject
     Q_OBJECT
 
 public:
-    NotificationAnswer(std::function<void(const QDBusMessage &)> answered, std::function<void(const QString &)> failed,
-                       QObject *parent);
+    NotificationAnswer(std::function<void(const QDBusMessage &)> answered,
+                       std::function<void(const QDBusError &)> failed, QObject *parent);
 
 public Q_SLOTS:
     void take(const QDBusMessage &answer);
@@ -82,7 +91,7 @@ public Q_SLOTS:
 
 private:
     std::function<void(const QDBusMessage &)> m_answered;
-    std::function<void(const QString &)> m_failed;
+    std::function<void(const QDBusError &)> m_failed;
 };
 
 } // namespace dravelin::detail

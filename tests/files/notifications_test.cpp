@@ -12,10 +12,12 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <QtCore/QTemporaryDir>
 #include <QtCore/QThread>
 #include <QtDBus/QDBusArgument>
 #include <QtDBus/QDBusConnection>
 #include <QtGui/QGuiApplication>
+#include <QtNetwork/QLocalServer>
 #include <QtTest/QSignalSpy>
 #include <QtTest/QTest>
 
@@ -93,6 +95,14 @@ protected:
         (void)UserNotificationCenter::current()->deliver(content);
         EXPECT_TRUE(waitFor([&] { return service->calls.size() > count; }));
         return service->calls.value(count);
+    }
+    /// Another application does that.
+    static void showAndEnd()
+    {
+        QProcess child;
+        child.start(QStringLiteral(NOTIFICATIONS_CHILD), QStringList());
+        EXPECT_TRUE(waitFor([&] { return child.state() == QProcess::NotRunning; }));
+        EXPECT_EQ(child.exitCode(), 0) << child.readAllStandardError().constData();
     }
     /// An open notification.
     [[nodiscard]] static std::shared_ptr<UserNotification> opened(const QString &title)
@@ -321,12 +331,27 @@ TEST_F(NotificationsTest, AreHarmlessWithoutABus)
     EXPECT_EQ(log.lines().size(), 1);
 }
 
+TEST_F(NotificationsTest, WaitForABusThatIsSilent)
+{
+    const QByteArray address = qgetenv("DBUS_SESSION_BUS_ADDRESS");
+    const QTemporaryDir folder;
+    QLocalServer silent;
+    ASSERT_TRUE(silent.listen(folder.filePath(u"bus"_s)));
+    qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=" + QFile::encodeName(silent.fullServerName()));
+    showNotification(u"a"_s, {});
+    const auto notification = UserNotification::deliver({.title = u"b"_s});
+    EXPECT_TRUE(waitFor([&] { return silent.hasPendingConnections(); }));
+    EXPECT_TRUE(notification->isOpen());
+    showAndEnd();
+    qputenv("DBUS_SESSION_BUS_ADDRESS", address);
+    showNotification(u"c"_s, {});
+    ASSERT_TRUE(waitFor([&] { return service->calls.size() == 3; }));
+    EXPECT_EQ(service->calls[0].title + service->calls[1].title + service->calls[2].title, u"abc");
+}
+
 TEST_F(NotificationsTest, AreSentBeforeTheApplicationEnds)
 {
-    QProcess child;
-    child.start(QStringLiteral(NOTIFICATIONS_CHILD), QStringList());
-    EXPECT_TRUE(waitFor([&] { return child.state() == QProcess::NotRunning; }));
-    EXPECT_EQ(child.exitCode(), 0) << child.readAllStandardError().constData();
+    showAndEnd();
     ASSERT_EQ(service->calls.size(), 1);
     EXPECT_EQ(service->calls[0].title + service->calls[0].text, u"lastwords"_s);
 }

@@ -63,12 +63,13 @@ public:
     /// Shows a notification, or changes one that is open. Returns at once; what becomes of it is told by the signals, at
     /// the earliest in the next pass of the event loop.
     ///
-    /// The default center connects to the bus at the first one. What the service has not been given when the application
-    /// ends, it is given then, which takes 2 s at most. Where there is no bus or no service, nothing is shown, with one
-    /// line in the log until one is shown again; the bus is looked for every 3 s at most.
+    /// The default center connects to the bus at the first one, and waits for a slow bus beside the event loop. What the
+    /// service has not been given when the application ends, it is given then, which takes 3 s at most, and 1 s when the
+    /// bus does not answer. Where there is no bus or no service, nothing is shown, with one line in the log until one is
+    /// shown again; the bus is looked for every 3 s at most.
     /// \param number that of an earlier notification, which is replaced, and shown anew when it is closed; 0: a new one
     /// \return the number of the notification, greater than 0
-    /// \cost a message to the bus; some milliseconds for the first one, which connects
+    /// \cost a message to the bus; without a session some milliseconds for looking for its bus
     virtual quint64 deliver(const NotificationContent &content, quint64 number = 0) = 0;
 
     /// Closes a notification; one that is not open is left alone.
