@@ -6,6 +6,7 @@
 #include "platform/filedescriptor.h"
 #include "platform/largebytes.h"
 #include "platform/utf8pieces.h"
+#include "platform/utf8text.h"
 
 #include <QtCore/QStringConverter>
 
@@ -32,10 +33,10 @@ public:
     {
         if (!m_valid)
             return;
-        QStringDecoder decoder(QStringConverter::Utf8, Exactly);
-        makeRoom(decoder.requiredSpace(bytes.size()));
-        m_used = decoder.appendToBuffer(m_text.data() + m_used, bytes) - m_text.constData();
-        m_valid = !decoder.hasError();
+        makeRoom(bytes.size() + 1);
+        const qsizetype added = detail::utf8ToUtf16(bytes, m_text.data() + m_used);
+        m_used += added;
+        m_valid = added >= 0;
         if (!m_valid)
             m_text = {};
     }
