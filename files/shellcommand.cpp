@@ -25,20 +25,10 @@ namespace dravelin {
 
 namespace {
 
-constexpr auto Grace = 1s; ///< between SIGTERM and SIGKILL
+constexpr auto Grace = 1s;      ///< between SIGTERM and SIGKILL
+constexpr auto Interval = 10ms; ///< between questions whether the shell has ended
 
 int milliseconds(double seconds) { return int(std::min(seconds * 1000, double(std::numeric_limits<int>::max()))); }
-
-/// Ends it otherwise.
-bool canBeWatched(const ChildProcess &process, const QString &command)
-{
-    if (process.ended() >= 0)
-        return true;
-    ChildProcess::reportNotStarted(command, u"the system has no file descriptors for processes"_s);
-    process.signalGroup(SIGKILL);
-    process.reap();
-    return false;
-}
 
 } // namespace
 
@@ -48,20 +38,28 @@ class ShellCommand::Run
 {
 public:
     Run(ChildProcess &&child, bool keeps)
-        : process(std::move(child)),
-          output(process.output(), QSocketNotifier::Read),
-          ended(process.ended(), QSocketNotifier::Read),
-          keepsOutput(keeps)
+        : process(std::move(child)), output(process.output(), QSocketNotifier::Read), keepsOutput(keeps)
     {
-        ended.setEnabled(false);
         timer.setSingleShot(true);
+    }
+
+    /// Where the system does not tell when the shell has ended, it is asked.
+    void watchEnd()
+    {
+        if (process.ended() < 0)
+            question.start(Interval);
+        else
+            ended.setSocket(process.ended());
+        ended.setEnabled(process.ended() >= 0);
     }
 
     ChildProcess process; ///< before the notifiers, which stop watching before its files are closed
     QSocketNotifier output;
-    QSocketNotifier ended;
+    QSocketNotifier ended{QSocketNotifier::Read};
+    QTimer question;
     QTimer timer;
     QByteArray cut; ///< the beginning of a character
+    QString text;   ///< that outputRead() has not told of
     bool keepsOutput;
     Ending why = Exited;
 };
@@ -118,7 +116,7 @@ bool ShellCommand::start(const QString &command)
         return false;
     }
     auto process = ChildProcess::runInShell(command, {.ownGroup = true, .input = m_input});
-    if (!process || !canBeWatched(*process, command))
+    if (!process)
         return false;
     m_ending = NotEnded;
     watch(std::make_unique<Run>(*std::move(process), m_keepsOutput));
@@ -130,6 +128,10 @@ void ShellCommand::watch(std::unique_ptr<Run> run)
 {
     connect(&run->output, &QSocketNotifier::activated, this, &ShellCommand::readOutput);
     connect(&run->ended, &QSocketNotifier::activated, this, &ShellCommand::finish);
+    connect(&run->question, &QTimer::timeout, this, [this] {
+        if (m_run->process.hasEnded())
+            finish();
+    });
     connect(&run->timer, &QTimer::timeout, this, &ShellCommand::timeIsUp);
     if (m_timeLimit > 0)
         run->timer.start(milliseconds(m_timeLimit));
@@ -152,7 +154,7 @@ void ShellCommand::timeIsUp()
     if (m_run->why == Exited)
         return end(TimedOut);
     m_run->process.signalGroup(SIGKILL);
-    m_run->ended.setEnabled(true); // who left the group may have the pipe open for ever
+    m_run->watchEnd(); // who left the group may have the pipe open for ever
 }
 
 /// Once for each time that there is something, so that the event loop goes on in between.
@@ -173,19 +175,27 @@ void ShellCommand::deliver(const QByteArray &bytes)
     const QByteArray whole = m_run->cut + bytes;
     const qsizetype cut = detail::cutCharacter(whole);
     m_run->cut = whole.last(cut);
+    m_run->text += detail::toText(QByteArrayView(whole).chopped(cut));
     const QPointer<ShellCommand> self(this);
     Q_EMIT bytesRead(bytes);
-    if (const QString text = detail::toText(QByteArrayView(whole).chopped(cut)); self && !text.isEmpty())
-        Q_EMIT outputRead(text);
+    if (self)
+        deliverText();
+}
+
+/// All there is, in order: a slot of bytesRead() that runs the event loop has more read meanwhile.
+void ShellCommand::deliverText()
+{
+    if (m_run && !m_run->text.isEmpty())
+        Q_EMIT outputRead(std::exchange(m_run->text, {}));
 }
 
 void ShellCommand::outputEnded()
 {
     m_run->output.setEnabled(false);
     m_run->process.closeOutput();
-    m_run->ended.setEnabled(true);
-    if (!m_run->cut.isEmpty())
-        Q_EMIT outputRead(detail::toText(std::exchange(m_run->cut, {})));
+    m_run->watchEnd();
+    m_run->text += detail::toText(std::exchange(m_run->cut, {}));
+    deliverText();
 }
 
 void ShellCommand::finish()

@@ -5,7 +5,7 @@
 
 #include <dravelin/platform/log.h>
 
-#include <QtCore/QFile>
+#include <QtCore/QDeadlineTimer>
 
 #include <fcntl.h>
 #include <poll.h>
@@ -73,7 +73,8 @@ FileDescriptor inputFile(QByteArrayView input)
     return file;
 }
 
-/// By its number, for some C libraries declare the call wrongly and others not at all.
+/// By its number, for some C libraries declare the call wrongly and others not at all. Linux before 5.3 has no such call,
+/// and some sandboxes refuse it.
 FileDescriptor processHandle(pid_t id) { return FileDescriptor(int(syscall(SYS_pidfd_open, id, 0))); }
 
 class FileActions
@@ -168,10 +169,20 @@ QString ChildProcess::shortened(const QString &command)
     return command.size() > enough ? command.first(enough) + u"..."_s : command;
 }
 
+bool ChildProcess::hasEnded() const
+{
+    siginfo_t what{};
+    return retried([&] { return waitid(P_PID, id_t(m_id), &what, WEXITED | WNOHANG | WNOWAIT); }) != 0
+           || what.si_pid != 0;
+}
+
 bool ChildProcess::waitFor(std::chrono::milliseconds time) const
 {
-    pollfd handle{m_handle.get(), POLLIN, 0};
-    return !m_handle.isOpen() || retried([&] { return poll(&handle, 1, int(time.count())); }) > 0;
+    const QDeadlineTimer end(time);
+    pollfd handle{m_handle.get(), POLLIN, 0}; // what is not open is passed over
+    while (!hasEnded() && !end.hasExpired())
+        (void)poll(&handle, 1, m_handle.isOpen() ? int(end.remainingTime()) : 1);
+    return hasEnded();
 }
 
 ChildProcess::Status ChildProcess::reap() const

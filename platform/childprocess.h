@@ -50,8 +50,9 @@ public:
     [[nodiscard]] int output() const noexcept { return m_output.get(); }
     void closeOutput() { m_output = FileDescriptor(); }
 
-    /// Becomes readable when the shell has ended.
+    /// Becomes readable when the shell has ended; -1 where the system has none such.
     [[nodiscard]] int ended() const noexcept { return m_handle.get(); }
+    [[nodiscard]] bool hasEnded() const;
     /// \return whether it has ended by then
     [[nodiscard]] bool waitFor(std::chrono::milliseconds time) const;
 

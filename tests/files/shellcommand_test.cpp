@@ -18,6 +18,7 @@
 
 #include <csignal>
 #include <memory>
+#include <optional>
 #include <thread>
 #include <tuple>
 
@@ -182,6 +183,24 @@ TEST_F(ShellCommandTest, RunsManyInTurn)
     command->start(u"echo 1000"_s);
     EXPECT_TRUE(waitFor([&] { return left == 0; }));
     EXPECT_TRUE(text.startsWith("1000\n999\n") && text.endsWith("\n2\n1\n"));
+}
+
+TEST_F(ShellCommandTest, KeepsTheOrderWhenSlotsRunTheEventLoop)
+{
+    QObject::connect(command.get(), &ShellCommand::bytesRead,
+                     [this] { waitFor([this] { return !finished.isEmpty(); }); });
+    QObject::connect(command.get(), &ShellCommand::finished, [this] { EXPECT_EQ(text, u"a\nb\nc\n"); });
+    ASSERT_TRUE(runs(u"echo a; sleep 0.05; echo b; sleep 0.05; echo c"_s));
+    EXPECT_EQ(text, u"a\nb\nc\n");
+}
+
+TEST_F(ShellCommandTest, AsksForTheEndWhereTheSystemDoesNotTell)
+{
+    std::optional<FileLimit> limit(3); // for the input and the pipe
+    ASSERT_TRUE(command->start(u"ulimit -Sn 100; exec >&- 2>&-; sleep 0.1; exit 4"_s));
+    limit.reset();
+    EXPECT_TRUE(waitFor([this] { return !finished.isEmpty(); }));
+    EXPECT_EQ(finished.value(0), (QVariantList{4, 0}));
 }
 
 TEST_F(ShellCommandTest, KeepsItsFilesFromOtherCommands)

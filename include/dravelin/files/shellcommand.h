@@ -31,7 +31,7 @@ namespace dravelin {
 /// Destroying the object while the command runs kills the group at once, waits for the shell to be gone, and emits
 /// nothing. Slots may cancel, start anew once it has finished, and delete the object.
 ///
-/// Use it on a thread with an event loop; it has no thread of its own. It needs Linux 5.3.
+/// Use it on a thread with an event loop; it has no thread of its own.
 class DRAVELIN_EXPORT ShellCommand : public QObject
 {
     Q_OBJECT
@@ -109,6 +109,7 @@ private:
     void watch(std::unique_ptr<Run> run);
     void readOutput();
     void deliver(const QByteArray &bytes);
+    void deliverText();
     void outputEnded();
     void timeIsUp();
     void end(Ending why);
