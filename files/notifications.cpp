@@ -13,6 +13,17 @@ namespace dravelin {
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+bool canBeShown(const NotificationContent &content)
+{
+    if (!qApp)
+        logWarning(u"Notification \"%1\" is not shown: there is no application object"_s.arg(content.title));
+    return qApp != nullptr;
+}
+
+} // namespace
+
 /// What a notification is made from; nobody else can make one.
 class UserNotification::Request
 {
@@ -46,6 +57,8 @@ UserNotification::~UserNotification() = default;
 
 void UserNotification::open(const NotificationContent &content)
 {
+    if (!canBeShown(content))
+        return;
     const bool wasOpen = isOpen();
     m_self = std::static_pointer_cast<UserNotification>(shared_from_this());
     m_number = m_center->deliver(content, m_number);
@@ -73,12 +86,9 @@ void UserNotification::release() { const auto self = std::exchange(m_self, nullp
 
 void SystemServices::showNotification(const QString &title, const QString &message)
 {
-    if (!qApp) {
-        logWarning(u"Notification \"%1\" is not shown: there is no application object"_s.arg(title));
-        return;
-    }
     const NotificationContent content{.title = title, .informativeText = message};
-    QMetaObject::invokeMethod(qApp, [=] { (void)UserNotificationCenter::current()->deliver(content); });
+    if (canBeShown(content))
+        QMetaObject::invokeMethod(qApp, [=] { (void)UserNotificationCenter::current()->deliver(content); });
 }
 
 } // namespace dravelin

@@ -55,7 +55,10 @@ UserNotificationCenter::CloseReason reasonOf(quint32 reason)
 
 } // namespace
 
-NotificationServer::NotificationServer() : m_bus(ConnectionName) {}
+NotificationServer::NotificationServer() : m_bus(ConnectionName)
+{
+    qRegisterMetaType<QDBusError>(); // connections to peers do without, and then cannot report errors
+}
 
 NotificationServer::~NotificationServer() { leaveBus(); }
 
@@ -219,11 +222,15 @@ void NotificationServer::closeInService(quint32 id)
 
 void NotificationServer::fail(quint64 number, const QString &cause)
 {
-    const auto found = m_deliveries.find(number);
-    if (found != m_deliveries.end() && !std::exchange(m_isReported, true))
-        logWarning(
-            u"Notification \"%1\" is not shown: %2"_s.arg(notificationText(found->second.content.title, 80), cause));
+    if (const auto found = m_deliveries.find(number); found != m_deliveries.end())
+        report(found->second, cause);
     finish(number, CloseReason::NotShown);
+}
+
+void NotificationServer::report(const Delivery &delivery, const QString &cause)
+{
+    if (!std::exchange(m_isReported, true))
+        logWarning(u"Notification \"%1\" is not shown: %2"_s.arg(notificationText(delivery.content.title, 80), cause));
 }
 
 void NotificationServer::finish(quint64 number, CloseReason reason)
@@ -269,19 +276,16 @@ void NotificationServer::loseServer()
 
 void NotificationServer::sendRest()
 {
-    const auto waits = [](auto &entry) { return entry.second.isWaiting; };
-    if (std::none_of(m_deliveries.begin(), m_deliveries.end(), waits))
+    const auto waiting =
+        std::find_if(m_deliveries.begin(), m_deliveries.end(), [](auto &entry) { return entry.second.isWaiting; });
+    if (waiting == m_deliveries.end())
         return;
-    if (m_trial) {
-        if (QDBusConnection(TrialName).call(busCall(u"GetId"_s), QDBus::Block, LastWait).type()
-            != QDBusMessage::ReplyMessage)
-            return;
+    if (m_trial && QDBusConnection(TrialName).call(busCall(u"GetId"_s), QDBus::Block, LastWait).errorName().isEmpty())
         connectToBus();
-    }
     const QDBusMessage question = notificationCall(u"GetCapabilities"_s);
     const QDBusMessage capabilities = m_bus.call(question, QDBus::Block, LastWait);
     if (capabilities.type() != QDBusMessage::ReplyMessage)
-        return;
+        return report(waiting->second, m_bus.lastError().message());
     for (auto &[number, delivery] : m_deliveries) {
         if (delivery.isChanged && !delivery.isWithdrawn)
             m_bus.send(notifyCall(delivery.content, delivery.id, hasMarkup(capabilities)));

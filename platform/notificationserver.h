@@ -62,6 +62,7 @@ private:
     void takeId(quint64 number, quint32 id);
     void closeInService(quint32 id);
     void fail(quint64 number, const QString &cause);
+    void report(const Delivery &delivery, const QString &cause);
     void finish(quint64 number, CloseReason reason);
     [[nodiscard]] Deliveries::iterator find(quint32 id);
 

@@ -13,7 +13,6 @@
 #include <gtest/gtest.h>
 
 #include <QtCore/QTemporaryDir>
-#include <QtCore/QThread>
 #include <QtDBus/QDBusArgument>
 #include <QtDBus/QDBusConnection>
 #include <QtGui/QGuiApplication>
@@ -23,6 +22,7 @@
 
 #include <functional>
 #include <optional>
+#include <thread>
 
 using namespace dravelin;
 using namespace Qt::StringLiterals;
@@ -96,13 +96,14 @@ protected:
         EXPECT_TRUE(waitFor([&] { return service->calls.size() > count; }));
         return service->calls.value(count);
     }
-    /// Another application does that.
-    static void showAndEnd()
+    /// What another application logs that does so.
+    static QByteArray showAndEnd()
     {
         QProcess child;
         child.start(QStringLiteral(NOTIFICATIONS_CHILD), QStringList());
         EXPECT_TRUE(waitFor([&] { return child.state() == QProcess::NotRunning; }));
-        EXPECT_EQ(child.exitCode(), 0) << child.readAllStandardError().constData();
+        EXPECT_EQ(child.exitCode(), 0);
+        return child.readAllStandardError();
     }
     /// An open notification.
     [[nodiscard]] static std::shared_ptr<UserNotification> opened(const QString &title)
@@ -165,11 +166,8 @@ TEST_F(NotificationsTest, BearTheApplicationsNameAndIcon)
     QPixmap pixels(3, 2);
     pixels.fill(QColor(1, 2, 3));
     QGuiApplication::setWindowIcon(pixels);
-    QThread *worker = QThread::create([] { showNotification(u"T"_s, u"M"_s); });
-    worker->start();
+    std::thread([] { showNotification(u"T"_s, u"M"_s); }).join();
     ASSERT_TRUE(waitFor([&] { return !service->calls.isEmpty(); }));
-    worker->wait();
-    delete worker;
     QGuiApplication::setWindowIcon({});
 
     const Service::Call call = service->calls.constFirst();
@@ -342,7 +340,7 @@ TEST_F(NotificationsTest, WaitForABusThatIsSilent)
     const auto notification = UserNotification::deliver({.title = u"b"_s});
     EXPECT_TRUE(waitFor([&] { return silent.hasPendingConnections(); }));
     EXPECT_TRUE(notification->isOpen());
-    showAndEnd();
+    EXPECT_TRUE(showAndEnd().startsWith("dravelin: Notification \"last\" is not shown: "));
     qputenv("DBUS_SESSION_BUS_ADDRESS", address);
     showNotification(u"c"_s, {});
     ASSERT_TRUE(waitFor([&] { return service->calls.size() == 3; }));
@@ -351,7 +349,7 @@ TEST_F(NotificationsTest, WaitForABusThatIsSilent)
 
 TEST_F(NotificationsTest, AreSentBeforeTheApplicationEnds)
 {
-    showAndEnd();
+    EXPECT_EQ(showAndEnd(), "");
     ASSERT_EQ(service->calls.size(), 1);
     EXPECT_EQ(service->calls[0].title + service->calls[0].text, u"lastwords"_s);
 }
@@ -361,26 +359,11 @@ TEST_F(NotificationsTest, AreShownByARealDaemon)
     service.reset();
     if (!session->startDesktop())
         GTEST_SKIP() << "there is no Xvfb or no dunst";
-    const auto show = [] {
-        return UserNotification::deliver({.title = u"Export <1>"_s,
-                                          .informativeText = u"<b>42</b> & more"_s,
-                                          .actions = {{u"default"_s, u"Open"_s}},
-                                          .timeout = 0});
-    };
-    for (const auto &[button, reason] : {std::pair(2, Reason::Dismissed), std::pair(1, Reason::Dismissed)}) {
-        const auto notification = show();
-        QSignalSpy activated(notification.get(), &UserNotification::activated);
-        const Closings closings(notification);
-        ASSERT_TRUE(waitFor([&] { return !session->notificationArea().isNull(); }));
-        EXPECT_FALSE(session->picture().isNull());
-        session->click(button);
-        EXPECT_TRUE(closings.become({reason}));
-        EXPECT_EQ(activated.count(), button == 2 ? 1 : 0);
-        EXPECT_TRUE(waitFor([&] { return session->notificationArea().isNull(); }));
-    }
-    const QString history = DesktopSession::askDaemon({u"history"_s});
-    EXPECT_TRUE(history.contains(u"\"Export <1>\""_s) && history.contains(u"&lt;b&gt;42&lt;/b&gt; &amp; more"_s))
-        << qPrintable(history);
+    const auto notification = UserNotification::deliver({.title = u"Export"_s, .timeout = 0});
+    const Closings closings(notification);
+    ASSERT_TRUE(waitFor([&] { return !session->notificationArea().isNull(); }));
+    session->click(1);
+    EXPECT_TRUE(closings.become({Reason::Dismissed}));
     const auto brief = UserNotification::deliver({.title = u"brief"_s, .timeout = 0.05});
     EXPECT_TRUE(Closings(brief).become({Reason::Expired}));
 }

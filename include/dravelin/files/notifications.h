@@ -29,7 +29,8 @@ public:
     using CloseReason = UserNotificationCenter::CloseReason;
 
     /// Hands a notification to UserNotificationCenter::current().
-    /// \return the notification, which is open until it is closed
+    /// \return the notification, which is open until it is closed; without an application object it is not opened, with
+    /// a line in the log
     static std::shared_ptr<UserNotification> deliver(const NotificationContent &content);
 
     /// \internal
