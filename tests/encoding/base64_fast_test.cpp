@@ -5,28 +5,17 @@
 
 #include <encoding/base64_reference.h>
 #include <support/printers.h>
-
-#include <gtest/gtest.h>
-#include <hwy/targets.h>
+#include <support/vectortest.h>
 
 #include <random>
-#include <vector>
 
 using namespace dravelin;
 
 namespace {
 
-/// Every test once for each kind of vectors that this processor has.
-class Base64Fast : public testing::TestWithParam<int64_t>
+class Base64Fast : public VectorTest
 {
 protected:
-    Base64Fast() { hwy::SetSupportedTargetsForTest(GetParam()); }
-    ~Base64Fast() override { hwy::SetSupportedTargetsForTest(0); }
-    Base64Fast(const Base64Fast &) = delete;
-    Base64Fast &operator=(const Base64Fast &) = delete;
-    Base64Fast(Base64Fast &&) = delete;
-    Base64Fast &operator=(Base64Fast &&) = delete;
-
     QByteArray randomBytes(qsizetype size)
     {
         QByteArray bytes(size, Qt::Uninitialized);
@@ -106,13 +95,7 @@ TEST_P(Base64Fast, DecodesLinesAsTheReference)
         expectDecodedAsReference(randomText());
 }
 
-INSTANTIATE_TEST_SUITE_P(Targets, Base64Fast, testing::ValuesIn([] {
-                             std::vector<int64_t> each;
-                             for (int64_t left = hwy::SupportedTargets(); left != 0; left &= left - 1)
-                                 each.push_back(left & -left);
-                             return each;
-                         }()),
-                         [](const auto &target) { return std::string(hwy::TargetName(target.param)); });
+INSTANTIATE_TEST_SUITE_P(Targets, Base64Fast, testing::ValuesIn(VectorTest::targets()), VectorTest::name);
 
 TEST(Base64Room, IsChecked)
 {

@@ -56,17 +56,6 @@ private:
 
 volatile sig_atomic_t childrenEnded = 0;
 
-class Note : public Coding
-{
-public:
-    void encodeWithCoder(KeyedArchiver &coder) const override { coder.encodeObject(text, u"text"_s); }
-    bool initWithCoder(KeyedUnarchiver &coder) override
-    {
-        return !(text = coder.decodeObjectForKey<QString>(u"text"_s)).isNull();
-    }
-    QString text;
-};
-
 } // namespace
 
 TEST_F(ShellTest, ReturnsWhatCommandsWrite)
@@ -195,23 +184,17 @@ TEST(VersionNumberTest, HasTheBuildNumberOnRequest)
     bundle.setObject({}, u"CFBundleVersion"_s);
 }
 
-TEST(CallActionTest, CallsByNameAndByMember)
+TEST(CallActionTest, NeedsATargetThatHasTheOperation)
 {
     const LogRecorder log;
-    QLabel label;
-    callActionWithId(&label, "setText:", u"by name"_s);
-    EXPECT_EQ(label.text(), u"by name");
-    callAction(&label, "clear");
-    EXPECT_EQ(label.text(), u"");
-    callActionWithId(&label, &QLabel::setText, u"by member"_s);
-    EXPECT_EQ(label.text(), u"by member");
-    callAction(&label, &QLabel::clear);
-    EXPECT_EQ(label.text(), u"");
     callAction(nullptr, "clear");
     callAction(static_cast<QLabel *>(nullptr), &QLabel::clear);
     callActionWithId(nullptr, "setText:", u""_s);
     callActionWithId(static_cast<QLabel *>(nullptr), &QLabel::setText, u""_s);
     EXPECT_TRUE(log.lines().isEmpty());
+    QLabel label;
+    callActionWithId(&label, &QLabel::setText, u"by member"_s);
+    EXPECT_EQ(label.text(), u"by member");
     callAction(&label, "absent");
     EXPECT_EQ(log.lines(), QStringList(u"QLabel has no operation absent"_s));
 }
@@ -219,19 +202,14 @@ TEST(CallActionTest, CallsByNameAndByMember)
 TEST(ObjectDataTest, ComesBack)
 {
     LogRecorder log;
-    registerCodingClass<Note>(u"Note"_s);
-    auto note = std::make_shared<Note>();
-    note->text = u"remember"_s;
-    const QByteArray data = encodeObjectData(note);
-    ASSERT_TRUE(decodeObjectData<Note>(data));
-    EXPECT_EQ(decodeObjectData<Note>(data)->text, note->text);
-    EXPECT_EQ(KeyedUnarchiver(data).decodeObjectForKey<Note>(u"objectDataKey"_s)->text, note->text);
-    for (const QVariant &value : {QVariant(u"text"_s), QVariant(1.5), QVariant(QVariantList{1, u"a"_s}), QVariant()})
+    for (const QVariant &value : {QVariant(u"text"_s), QVariant(1.5), QVariant(QVariantList{1, u"a"_s}), QVariant()}) {
         EXPECT_EQ(decodeObjectData(encodeObjectData(value)), value);
+        EXPECT_EQ(KeyedUnarchiver(encodeObjectData(value)).decodeObjectForKey(u"objectDataKey"_s), value);
+    }
     EXPECT_FALSE(decodeObjectData(KeyedArchiver::archivedDataWithRootObject(5)).isValid()) << "another key";
     EXPECT_TRUE(log.take().isEmpty());
     EXPECT_FALSE(decodeObjectData("noise").isValid());
-    EXPECT_FALSE(decodeObjectData<Note>({}));
+    EXPECT_FALSE(decodeObjectData({}).isValid());
     EXPECT_EQ(log.take().size(), 2);
 }
 

@@ -4,7 +4,6 @@
 #include <dravelin/platform/bundle.h>
 #include <dravelin/platform/notificationcenter.h>
 
-#include <support/logrecorder.h>
 #include <support/printers.h>
 
 #include <gtest/gtest.h>
@@ -139,16 +138,6 @@ TEST_F(NotificationCenterTest, ForgetsSendersThatAreGone)
     second->~QObject();
     center.postNotificationName(u"saved"_s); // from nobody
     EXPECT_TRUE(heard.isEmpty());
-}
-
-TEST_F(NotificationCenterTest, LogsAnOperationThatTheObserverLacks)
-{
-    LogRecorder log;
-    center.addObserver(&sender, "savedAction:", u"saved"_s);
-    center.addObserver(&a, "savedAction:", u"saved"_s);
-    center.postNotificationName(u"saved"_s);
-    EXPECT_EQ(log.lines(), QStringList{u"QObject has no operation savedAction:"_s});
-    EXPECT_EQ(heard, QStringList{u"a saved"_s});
 }
 
 TEST(Bundle, TellsVersionAndFindsResources)
