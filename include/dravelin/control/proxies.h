@@ -10,7 +10,9 @@
 #include <QtCore/QPointer>
 #include <QtCore/QVariantMap>
 
+#include <concepts>
 #include <memory>
+#include <utility>
 
 namespace dravelin {
 

@@ -7,6 +7,8 @@
 
 #include <QtCore/QPointer>
 
+#include <memory>
+
 namespace dravelin {
 
 /// A countdown that moves a state machine to a state when the last of several events has happened. No lock: use it from

@@ -107,11 +107,11 @@ private:
 
 /// \name Switches for debugging
 /// For applications to set and to ask for; the library does neither.
-/// \{
+/// @{
 extern DRAVELIN_EXPORT bool debugTestFlag;
 extern DRAVELIN_EXPORT qint64 debugTestInteger;
 extern DRAVELIN_EXPORT double debugTestFloat;
-/// \}
+/// @}
 
 /// The process's stopwatch; null until one of the functions below is called.
 extern DRAVELIN_EXPORT std::shared_ptr<ElapsedTimer> debugTimer;

@@ -10,6 +10,7 @@
 #include <QtCore/QVariant>
 
 #include <memory>
+#include <utility>
 
 namespace dravelin {
 

@@ -5,7 +5,6 @@
 
 #include <dravelin/platform/object.h>
 
-#include <QtCore/QPointer>
 #include <QtCore/QString>
 
 #include <memory>

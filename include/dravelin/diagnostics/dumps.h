@@ -8,9 +8,11 @@
 #include <QtCore/QString>
 #include <QtWidgets/QWidget>
 
+QT_BEGIN_NAMESPACE
 class QPageLayout;
 class QPainter;
 class QRect;
+QT_END_NAMESPACE
 
 /// \file
 /// The display environment in words: windows, screens, page layouts; and a widget that shows where it is. Every line

@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <concepts>
+#include <cstddef>
 #include <cstdlib>
 #include <cstring>
 #include <utility>

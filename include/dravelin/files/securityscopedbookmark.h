@@ -5,6 +5,12 @@
 
 #include <dravelin/platform/bookmarks.h>
 
+#include <QtCore/QByteArray>
+#include <QtCore/QString>
+#include <QtCore/QUrl>
+
+#include <memory>
+
 namespace dravelin {
 
 /// A file that the user chose, kept over the application's starts: its URL, the bookmark that finds it again after it

@@ -7,7 +7,6 @@
 
 #include <QtCore/QtGlobal>
 
-#include <cstddef>
 #include <cstdlib>
 #include <memory>
 #include <span>

@@ -17,7 +17,7 @@ inline namespace Keyboard {
 
 /// \name Whether the event has the modifier
 /// Event::modifierFlags() says which key is which.
-/// \{
+/// @{
 /// \operation{capsLockKey}
 [[nodiscard]] DRAVELIN_EXPORT bool capsLockKey(const Event &event) noexcept;
 /// \operation{shiftKey}
@@ -34,7 +34,7 @@ inline namespace Keyboard {
 [[nodiscard]] DRAVELIN_EXPORT bool helpKey(const Event &event) noexcept;
 /// \operation{functionKey}
 [[nodiscard]] DRAVELIN_EXPORT bool functionKey(const Event &event) noexcept;
-/// \}
+/// @}
 
 /// How many of these eight the event has, 0 to 8.
 /// \operation{modifierPressedCount}
@@ -42,7 +42,7 @@ inline namespace Keyboard {
 
 /// \name Whether the event has the modifier and no other of the eight
 /// Caps lock is one of them: with caps lock on, shift is never the only one.
-/// \{
+/// @{
 /// \operation{capsLockKeyOnly}
 [[nodiscard]] DRAVELIN_EXPORT bool capsLockKeyOnly(const Event &event) noexcept;
 /// \operation{shiftKeyOnly}
@@ -59,11 +59,11 @@ inline namespace Keyboard {
 [[nodiscard]] DRAVELIN_EXPORT bool helpKeyOnly(const Event &event) noexcept;
 /// \operation{functionKeyOnly}
 [[nodiscard]] DRAVELIN_EXPORT bool functionKeyOnly(const Event &event) noexcept;
-/// \}
+/// @}
 
 /// \name Whether the first unit of the event's characters is the key's
 /// False for an event without characters.
-/// \{
+/// @{
 /// \operation{upArrowKey}
 [[nodiscard]] DRAVELIN_EXPORT bool upArrowKey(const Event &event);
 /// \operation{downArrowKey}
@@ -74,7 +74,7 @@ inline namespace Keyboard {
 [[nodiscard]] DRAVELIN_EXPORT bool rightArrowKey(const Event &event);
 /// \operation{escapeKey}
 [[nodiscard]] DRAVELIN_EXPORT bool escapeKey(const Event &event);
-/// \}
+/// @}
 
 /// Whether the event's characters are exactly the text. Absent ones, those of an event that is no key's, equal nothing.
 /// \operation{isCharacter:}
@@ -85,7 +85,7 @@ inline namespace Keyboard {
 /// \name What is held now
 /// Read from InputState::current(), whatever event is being handled.
 /// \cost a round trip to the X server each
-/// \{
+/// @{
 /// \operation{isCommandKeyPressed}
 [[nodiscard]] DRAVELIN_EXPORT bool isCommandKeyPressed();
 /// \operation{isOptionKeyPressed}
@@ -98,7 +98,7 @@ inline namespace Keyboard {
 [[nodiscard]] DRAVELIN_EXPORT bool isLeftMouseButtonPressed();
 /// \operation{isRightMouseButtonPressed}
 [[nodiscard]] DRAVELIN_EXPORT bool isRightMouseButtonPressed();
-/// \}
+/// @}
 
 /// Where the pointer is now: points from the lower left corner of the primary screen, y upwards; see
 /// InputState::mouseLocation().
@@ -146,7 +146,7 @@ public:
 
     /// \name Whether the key is set and the count is 1
     /// The count is that of the last refresh() or keyPressedCount(). Caps lock is none of the four.
-    /// \{
+    /// @{
     /// \operation{shiftKeyPressedOnly}
     [[nodiscard]] bool shiftKeyPressedOnly() const noexcept { return m_shiftKey && m_pressedCount == 1; }
     /// \operation{controlKeyPressedOnly}
@@ -155,7 +155,7 @@ public:
     [[nodiscard]] bool optionKeyPressedOnly() const noexcept { return m_optionKey && m_pressedCount == 1; }
     /// \operation{commandKeyPressedOnly}
     [[nodiscard]] bool commandKeyPressedOnly() const noexcept { return m_commandKey && m_pressedCount == 1; }
-    /// \}
+    /// @}
 
     /// \operation{shiftKey}
     [[nodiscard]] bool shiftKey() const noexcept { return m_shiftKey; }

@@ -11,7 +11,9 @@
 #include <QtCore/QSizeF>
 #include <QtCore/QString>
 
+QT_BEGIN_NAMESPACE
 class QScreen;
+QT_END_NAMESPACE
 
 /// \file
 /// Which screen holds a point or the pointer, how large the screens are, and whether an application fills one.

@@ -10,6 +10,7 @@
 #include <QtCore/QVariantList>
 
 #include <memory>
+#include <optional>
 
 namespace dravelin {
 

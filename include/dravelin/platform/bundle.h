@@ -6,7 +6,6 @@
 #include <dravelin/platform/export.h>
 
 #include <QtCore/QString>
-#include <QtCore/QStringList>
 #include <QtCore/QVariantMap>
 
 namespace dravelin {
@@ -20,6 +19,7 @@ namespace dravelin {
 class DRAVELIN_EXPORT Bundle
 {
 public:
+    /// That of the application; there is no other.
     [[nodiscard]] static Bundle &mainBundle();
 
     /// The entries below, with those that the application set in front of them:
@@ -32,8 +32,8 @@ public:
     /// \operation{objectForInfoDictionaryKey:}
     [[nodiscard]] QVariant objectForInfoDictionaryKey(const QString &key) const;
 
-    /// Sets an entry of infoDictionary(), such as the build number as CFBundleVersion or the sound theme in use as SoundTheme; an invalid value takes it away
-    /// again.
+    /// Sets an entry of infoDictionary(), such as the build number as CFBundleVersion or the sound theme in use as
+    /// SoundTheme; an invalid value takes it away again.
     void setObject(const QVariant &value, const QString &forInfoDictionaryKey);
 
     /// Finds the file "name.ofType", or "name" for an empty type, beside the executable, in the folders that

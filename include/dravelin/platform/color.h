@@ -12,7 +12,9 @@
 #include <memory>
 #include <optional>
 
+QT_BEGIN_NAMESPACE
 class QDebug;
+QT_END_NAMESPACE
 
 namespace dravelin {
 

@@ -12,7 +12,9 @@
 
 #include <memory>
 
+QT_BEGIN_NAMESPACE
 class QScreen;
+QT_END_NAMESPACE
 
 namespace dravelin {
 

@@ -8,7 +8,9 @@
 #include <QtCore/QPointF>
 #include <QtCore/QString>
 
+QT_BEGIN_NAMESPACE
 class QEvent;
+QT_END_NAMESPACE
 
 namespace dravelin {
 
@@ -21,7 +23,7 @@ namespace dravelin {
 ///             extendSelection();
 ///     }
 ///
-/// A value without a tie to the QEvent. On the main thread.
+/// A value without a tie to the QEvent. From the main thread.
 class DRAVELIN_EXPORT Event
 {
 public:

@@ -40,6 +40,7 @@ public:
     FilterImage();
     /// The pixels as they are; they are shared, not copied. A null image gives no picture.
     FilterImage(const QImage &image); // NOLINT(google-explicit-constructor): a picture is a recipe already
+    /// \internal
     explicit FilterImage(std::shared_ptr<const detail::Recipe> recipe);
 
     [[nodiscard]] bool isNull() const { return !m_recipe; }

@@ -11,6 +11,8 @@
 #include <QtCore/QRectF>
 #include <QtGui/QPixmap>
 
+#include <memory>
+
 namespace dravelin {
 
 /// How Image::drawInRect() combines an image with what is there already, numbered as on the platform.

@@ -5,14 +5,17 @@
 
 #include <dravelin/platform/export.h>
 
-#include <QtCore/QSize>
+#include <QtCore/QRectF>
+#include <QtCore/QSizeF>
 #include <QtGui/QImage>
 
 #include <array>
 #include <functional>
 #include <memory>
 
+QT_BEGIN_NAMESPACE
 class QPainter;
+QT_END_NAMESPACE
 
 namespace dravelin {
 

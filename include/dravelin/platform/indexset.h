@@ -8,6 +8,7 @@
 
 #include <QtCore/QList>
 
+#include <cstddef>
 #include <initializer_list>
 #include <iterator>
 #include <optional>

@@ -20,7 +20,7 @@ namespace dravelin {
 /// platform xcb or has no QGuiApplication. Elsewhere, and without a server, it tells what QGuiApplication knows: that
 /// lags behind by the events that are still queued, and lacks caps lock, which counts as off.
 ///
-/// On the main thread.
+/// From the main thread.
 class DRAVELIN_EXPORT InputState
 {
 public:

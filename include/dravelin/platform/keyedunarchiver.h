@@ -14,6 +14,8 @@
 
 #include <memory>
 #include <type_traits>
+#include <typeinfo>
+#include <utility>
 
 namespace dravelin {
 

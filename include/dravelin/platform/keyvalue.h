@@ -14,8 +14,8 @@
 
 namespace dravelin {
 
-/// The value of the property `key` of `object`, dynamic properties included; invalid for no object. Throws Exception
-/// (NSUndefinedKeyException) when the object has no such property.
+/// The value of the property `key` of `object`, dynamic properties included; invalid for no object.
+/// \throws Exception NSUndefinedKeyException when the object has no such property
 /// \operation{valueForKey:}
 [[nodiscard]] DRAVELIN_EXPORT QVariant valueForKey(const QObject *object, const QString &key);
 
@@ -27,9 +27,8 @@ namespace dravelin {
 /// Sets the property `forKey` of `object`, converting the value to the property's type. An absent value (invalid, or
 /// the null placeholder) sets a property of text, bytes, object or other class type to its empty value. A value that
 /// cannot be converted leaves the property as it is and is a line in the log. Does nothing for no object.
-///
-/// Throws Exception: NSUndefinedKeyException when the object has no such property or it cannot be written,
-/// NSInvalidArgumentException for an absent value and a property that is a number or a truth value.
+/// \throws Exception NSUndefinedKeyException when the object has no such property or it cannot be written;
+/// NSInvalidArgumentException for an absent value and a property that is a number or a truth value
 /// \operation{setValue:forKey:}
 DRAVELIN_EXPORT void setValue(QObject *object, const QVariant &value, const QString &forKey);
 

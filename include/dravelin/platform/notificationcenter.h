@@ -11,6 +11,7 @@
 #include <QtCore/QVariantMap>
 
 #include <memory>
+#include <utility>
 
 namespace dravelin {
 

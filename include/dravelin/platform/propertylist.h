@@ -14,9 +14,9 @@ namespace dravelin {
 /// \file
 /// XML property lists: values as a text file that other tools read and write too.
 ///
-///     const QByteArray data = propertyListData(QVariantMap{{"name", "Sketch"}, {"pages", 12}});
+///     const QByteArray data = dravelin::propertyListData(QVariantMap{{"name", "Sketch"}, {"pages", 12}});
 ///     QString error;
-///     const QVariant copy = propertyListFromData(data, &error);
+///     const QVariant copy = dravelin::propertyListFromData(data, &error);
 ///     if (!copy.isValid())
 ///         qWarning() << error;                        // "line 3: ..."
 ///

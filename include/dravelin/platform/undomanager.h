@@ -13,10 +13,11 @@
 #include <concepts>
 #include <functional>
 #include <memory>
-#include <type_traits>
 #include <utility>
 
+QT_BEGIN_NAMESPACE
 class QAction;
+QT_END_NAMESPACE
 
 namespace dravelin {
 

@@ -39,7 +39,8 @@ class PreferenceManager;
 ///     dravelin::PreferenceManager manager(settings);    // restored, or the store seeded with the defaults
 ///     settings->setProperty("zoom", 2.0);               // on disk when this returns
 ///
-/// The properties are ordinary ones: widgets and QML bind to them as to any others.
+/// The properties are ordinary ones: widgets and QML bind to them as to any others. Record, items and manager are used
+/// from the thread that uses the store, the main one as a rule.
 class DRAVELIN_EXPORT PreferenceData : public Object
 {
     Q_OBJECT
@@ -75,8 +76,8 @@ public:
     /// \name Registering a property
     /// Each makes an item of its type for the property `name`, which at once restores the property from the store or
     /// else puts its value there, and hands the item to the manager, in place of an earlier one of that name. Without a
-    /// manager the value is restored or stored all the same, but later changes are not saved. An unknown name throws
-    /// Exception (NSUndefinedKeyException).
+    /// manager the value is restored or stored all the same, but later changes are not saved.
+    /// \throws Exception NSUndefinedKeyException for an unknown name
     /// @{
     /// \operation{addBooleanWithName:}
     void addBooleanWithName(const QString &name);
@@ -96,9 +97,9 @@ public:
     void addNSDataWithName(const QString &name);
 
     /// Registers the property that announces its changes by `notify`, as the item that fits the property's type: bool,
-    /// text, integers (enumerations too), float, double, Color or QColor, bytes. Throws Exception
-    /// (NSInvalidArgumentException) when no property, or more than one, has that signal, or when its type is another
-    /// one.
+    /// text, integers (enumerations too), float, double, Color or QColor, bytes.
+    /// \throws Exception NSInvalidArgumentException when no property, or more than one, has that signal, or when its type
+    /// is another one
     template <class Class, class... Parameters>
     void addPreference(void (Class::*notify)(Parameters...))
     {

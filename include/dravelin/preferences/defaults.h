@@ -20,7 +20,7 @@
 /// Typed values are stored as text; a stored number is read as one too. Text is parsed from its start: white space is
 /// skipped, what follows the number is ignored, no number is 0 or false. The default given to a typed getter goes
 /// through the text form like a stored value. Setters change the store in memory; savePreferences() writes it to disk,
-/// and so does the event loop shortly after.
+/// and so does the event loop shortly after. From one thread, as UserDefaults.
 
 namespace dravelin {
 

@@ -9,7 +9,6 @@
 #include <cstddef>
 #include <functional>
 #include <memory>
-#include <type_traits>
 #include <utility>
 
 namespace dravelin {

@@ -9,7 +9,9 @@
 #include <QtCore/QString>
 
 #include <array>
+#include <initializer_list>
 #include <memory>
+#include <utility>
 
 namespace dravelin {
 
