@@ -1,8 +1,8 @@
 # SPDX-FileCopyrightText: Dravelin contributors
 # SPDX-License-Identifier: MIT
 
-# Two components: Runtime, the library that applications load, and Development, what compiling against it takes. A third,
-# Designer, is the plugin of tools/designer-plugin.
+# Two components: Runtime, the library that applications load, and Development, what compiling against it takes. What is
+# below tools/ has components of its own: Tools, and Designer for the plugin.
 
 include(GNUInstallDirs)
 include(CMakePackageConfigHelpers)
@@ -32,9 +32,11 @@ install(FILES ${generated}/DravelinConfig.cmake ${generated}/DravelinConfigVersi
     DESTINATION ${package_dir} COMPONENT Development)
 install(EXPORT DravelinTargets NAMESPACE Dravelin:: DESTINATION ${package_dir} COMPONENT Development)
 
-# The prefix is found from the file's own place, so that the tree may be moved.
+# Everything is found from the file's own place, so that the tree may be moved.
 set(pkgconfig_dir ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 file(RELATIVE_PATH prefix_from_pkgconfig ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig ${CMAKE_INSTALL_PREFIX})
+file(RELATIVE_PATH libdir_from_prefix ${CMAKE_INSTALL_PREFIX} ${CMAKE_INSTALL_FULL_LIBDIR})
+file(RELATIVE_PATH includedir_from_prefix ${CMAKE_INSTALL_PREFIX} ${CMAKE_INSTALL_FULL_INCLUDEDIR})
 configure_file(${PROJECT_SOURCE_DIR}/cmake/dravelin.pc.in ${generated}/dravelin.pc @ONLY)
 install(FILES ${generated}/dravelin.pc DESTINATION ${pkgconfig_dir} COMPONENT Development)
 

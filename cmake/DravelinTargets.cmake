@@ -12,6 +12,7 @@ function(dravelin_target_defaults target)
         CXX_STANDARD 20
         CXX_STANDARD_REQUIRED ON
         CXX_EXTENSIONS OFF
+        UNITY_BUILD OFF # files have local functions of the same names
         CXX_VISIBILITY_PRESET hidden
         VISIBILITY_INLINES_HIDDEN ON)
     target_compile_definitions(${target} PRIVATE

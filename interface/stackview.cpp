@@ -28,6 +28,9 @@ QWidgetList viewsIn(const QWidget *view)
     return views;
 }
 
+/// As many as a widget may have; none for what is not a number.
+int wholePixels(float length) { return length > 0 ? int(std::ceil(std::min(length, float(QWIDGETSIZE_MAX)))) : 0; }
+
 } // namespace
 
 VerticalStackView::VerticalStackView(QWidget *parent) : QWidget(parent) {}
@@ -63,8 +66,10 @@ QSize VerticalStackView::sizeHint() const
 {
     if (!m_sizeToFit)
         return QWidget::sizeHint();
-    return {int(std::ceil(findWidestViewWidth())), std::max(0, int(std::ceil(calculateContentHeight())))};
+    return {wholePixels(findWidestViewWidth()), wholePixels(calculateContentHeight())};
 }
+
+QSize VerticalStackView::minimumSizeHint() const { return m_sizeToFit ? sizeHint() : QWidget::minimumSizeHint(); }
 
 void VerticalStackView::arrangeViews()
 {

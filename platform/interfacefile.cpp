@@ -6,7 +6,9 @@
 #include <dravelin/platform/bundle.h>
 #include <dravelin/platform/log.h>
 
+#include <QtCore/QDir>
 #include <QtCore/QFile>
+#include <QtCore/QFileInfo>
 #include <QtCore/QHash>
 #include <QtCore/QPointer>
 #include <QtUiTools/QUiLoader>
@@ -33,15 +35,19 @@ QHash<QString, InterfaceClass> &interfaceClasses()
 class Loader : public QUiLoader
 {
 public:
-    explicit Loader(const QString &path) : m_path(path) {}
+    explicit Loader(const QString &path) : m_path(path) { setWorkingDirectory(QFileInfo(path).absoluteDir()); }
 
     QWidget *createWidget(const QString &className, QWidget *parent, const QString &name) override
     {
-        if (const auto known = interfaceClasses().constFind(className); known != interfaceClasses().cend())
-            return createRegistered(*known, parent, name);
-        QWidget *widget = QUiLoader::createWidget(className, parent, name);
-        if (!widget)
-            logWarning(u"Interface file %1: no widget \"%2\", its class %3 is unknown"_s.arg(m_path, name, className));
+        const InterfaceClass known = interfaceClasses().value(className); // a copy: what it calls may register classes
+        QWidget *widget = known.create ? known.create(parent) : QUiLoader::createWidget(className, parent, name);
+        if (!widget) {
+            logWarning(u"Interface file %1: cannot make widget \"%2\" of class %3"_s.arg(m_path, name, className));
+            return nullptr;
+        }
+        widget->setObjectName(name);
+        if (known.loaded)
+            m_toTell.emplace_back(widget, known.loaded);
         return widget;
     }
 
@@ -55,15 +61,6 @@ public:
     }
 
 private:
-    QWidget *createRegistered(const InterfaceClass &interfaceClass, QWidget *parent, const QString &name)
-    {
-        QWidget *widget = interfaceClass.create(parent);
-        widget->setObjectName(name);
-        if (interfaceClass.loaded)
-            m_toTell.emplace_back(widget, interfaceClass.loaded);
-        return widget;
-    }
-
     QString m_path;
     std::vector<std::pair<QPointer<QWidget>, std::function<void(QWidget *)>>> m_toTell;
 };

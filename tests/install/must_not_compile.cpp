@@ -1,18 +1,17 @@
 // SPDX-FileCopyrightText: Dravelin contributors
 // SPDX-License-Identifier: MIT
 
-// Compiles as it is, and not with MUST_NOT_COMPILE defined as the number of a case.
-
 #include <dravelin/control/proxies.h>
+#include <dravelin/platform/action.h>
 #include <dravelin/preferences/data.h>
 
 using namespace dravelin;
 
 struct Ruler : Object
 {
-    void changed() {}
     void marginChanged(KVOProxy *) {}
     void documentSaved(Notification *) {}
+    void changed() {}
 };
 
 struct Window : Object
@@ -39,19 +38,19 @@ Q_SIGNALS:
 void use(QObject *document, Ruler *ruler, ObserverProxy *observer, Saved *saved, Settings *settings)
 {
     const Object original;
-    const KVOProxy observation(document, "margin", ruler, &Ruler::marginChanged);
+    const KVOProxy proxy(document, "margin", ruler, &Ruler::marginChanged);
     const Action<QObject *> action(ruler, &Ruler::changed);
     observer->addObserverForKey("documentSaved", [saved](Notification *n) { saved->documentSaved(n); });
     settings->addPreference(&Settings::zoomChanged);
-#if MUST_NOT_COMPILE == 1
-    Object copy(original);
-#elif MUST_NOT_COMPILE == 2
+#if defined object_cannot_be_copied
+    const Object copy(original);
+#elif defined observation_checks_the_argument
     const KVOProxy wrong(document, "margin", ruler, &Ruler::documentSaved);
-#elif MUST_NOT_COMPILE == 3
+#elif defined action_checks_the_class
     const Action<QObject *> wrong(ruler, &Window::changed);
-#elif MUST_NOT_COMPILE == 4
-    observer->addObserverForKey("documentSaved", &Saved::documentSaved); // no QObject can be a Saved
-#elif MUST_NOT_COMPILE == 5
+#elif defined observer_needs_an_object
+    observer->addObserverForKey("documentSaved", &Saved::documentSaved);
+#elif defined preference_needs_a_signal
     settings->addPreference(&Settings::zoom);
 #endif
 }

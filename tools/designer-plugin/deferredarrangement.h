@@ -11,7 +11,8 @@
 #include <vector>
 
 /// Arranges new stack views once, on the next pass of the event loop: a plain QUiLoader tells nobody when it is done, and
-/// until then it does not leave the call.
+/// until then it does not leave the call. Views in a form that is edited in Qt Designer stay as they are; those in its
+/// previews are arranged.
 class DeferredArrangement : public QObject
 {
     Q_OBJECT

@@ -12,10 +12,10 @@ struct WidgetDescription
 {
     QString className; ///< as it stands in the code
     QString includeFile;
-    QString toolTip;
+    QString displayName; ///< in the widget box
     QString whatsThis;
     QSize size; ///< of a new one
-    std::function<QWidget *(QWidget *parent, bool inDesigner)> create;
+    std::function<QWidget *(QWidget *parent)> create;
 };
 
 /// A widget class of the library in Qt Designer, a container for other widgets.
@@ -29,19 +29,14 @@ public:
 
     [[nodiscard]] QString name() const override { return m_description.className; }
     [[nodiscard]] QString group() const override;
-    [[nodiscard]] QString toolTip() const override { return m_description.toolTip; }
+    [[nodiscard]] QString toolTip() const override { return m_description.displayName; }
     [[nodiscard]] QString whatsThis() const override { return m_description.whatsThis; }
     [[nodiscard]] QString includeFile() const override { return m_description.includeFile; }
     [[nodiscard]] QIcon icon() const override;
     [[nodiscard]] bool isContainer() const override { return true; }
-    [[nodiscard]] QWidget *createWidget(QWidget *parent) override;
+    [[nodiscard]] QWidget *createWidget(QWidget *parent) override { return m_description.create(parent); }
     [[nodiscard]] QString domXml() const override;
-
-    /// Called by Qt Designer, but by nobody who only reads its files.
-    void initialize(QDesignerFormEditorInterface *core) override;
-    [[nodiscard]] bool isInitialized() const override { return m_inDesigner; }
 
 private:
     WidgetDescription m_description;
-    bool m_inDesigner = false;
 };

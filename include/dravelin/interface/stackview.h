@@ -44,7 +44,8 @@ public:
 ///
 /// Only arrangeViews() lays out, on the application's call and when loadInterfaceFile() has read a file with such a
 /// view. A view of a plain QUiLoader that finds the Qt Designer plugin is arranged on the next pass of the event loop;
-/// call arrangeViews() yourself for a view that is made in code, and after the `setupUi()` that uic generates.
+/// call arrangeViews() yourself for a view that is made in code, and after the `setupUi()` that uic generates. A
+/// QUiLoader that finds no plugin makes a plain QWidget instead.
 class DRAVELIN_EXPORT VerticalStackView : public QWidget
 {
     Q_OBJECT
@@ -75,9 +76,13 @@ public:
     /// \operation{setAlignment:}
     void setAlignment(int alignment);
 
-    /// The space that the content takes while sizeToFit is on, for a layout around the view.
+    /// The space that the content takes while sizeToFit is on, for a layout or a scroll area around the view.
+    /// \cost one pass over the children
     [[nodiscard]] QSize sizeHint() const override;
-    /// Calls arrangeViews(). For whoever reads interface files.
+    /// While sizeToFit is on, as sizeHint().
+    [[nodiscard]] QSize minimumSizeHint() const override;
+    /// Calls arrangeViews(). For whoever reads interface files: setDefaults(), then the properties of the file, then this.
+    /// \operation{initWithCoder:}
     void interfaceFileLoaded() { arrangeViews(); }
 
     /// \return true: y is 0 at the top edge, and the first child is there

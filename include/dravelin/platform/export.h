@@ -3,6 +3,10 @@
 
 #pragma once
 
+#if defined(__cplusplus) && __cplusplus <= 201703L
+#error "Dravelin needs C++20: -std=c++20"
+#endif
+
 #include <QtCore/qglobal.h>
 
 #ifdef DRAVELIN_BUILD

@@ -93,45 +93,37 @@ class Column : public VerticalStackView
 {
 public:
     using VerticalStackView::VerticalStackView;
-    QStringList steps;
+    int moves = 0;
 
-    bool isFlipped() const override { return VerticalStackView::isFlipped(); }
-    void setDefaults() override { VerticalStackView::setDefaults(); }
-    void checkSizeToFit() override
+    void setDefaults() override
     {
-        steps += "fit";
-        VerticalStackView::checkSizeToFit();
+        VerticalStackView::setDefaults();
+        setItemSpacing(3);
     }
-    float calculateContentHeight() const override { return VerticalStackView::calculateContentHeight(); }
-    float findWidestViewWidth() const override { return VerticalStackView::findWidestViewWidth(); }
-    float calculateItemSpacing() const override { return VerticalStackView::calculateItemSpacing(); }
     void moveViewVertically(qsizetype index, float &origin, float itemSpacing) override
     {
-        steps += "down";
+        ++moves;
         VerticalStackView::moveViewVertically(index, origin, itemSpacing);
-    }
-    void moveViewHorizontally(qsizetype index) override
-    {
-        steps += "across";
-        VerticalStackView::moveViewHorizontally(index);
     }
 };
 
 void viewsAreStacked()
 {
     Column column;
-    column.resize(100, 200);
     for (int height : {10, 20})
         (new QWidget(&column))->resize(30, height);
-    column.setItemSpacing(3);
+    column.setDefaults();
+    column.interfaceFileLoaded();
+    CHECK(column.moves == 2 && column.size() == QSize(30, 33) && column.isFlipped());
+    CHECK(column.calculateContentHeight() == 33 && column.findWidestViewWidth() == 30);
     column.setSizeToFit(false);
     column.setAlignment(1);
     CHECK(column.itemSpacing() == 3 && !column.sizeToFit() && column.alignment() == 1);
-    column.setDefaults();
+    column.resize(100, 50);
     column.arrangeViews();
-    CHECK(column.calculateContentHeight() >= 30 && column.findWidestViewWidth() == 30);
-    CHECK(column.calculateItemSpacing() == (column.height() - 30) / 2.0F && column.isFlipped());
-    CHECK(column.steps.contains("fit") && column.steps.contains("down") && column.steps.contains("across"));
+    column.checkSizeToFit();
+    CHECK(column.moves == 4 && column.size() == QSize(100, 50) && column.calculateItemSpacing() == 10);
+    column.moveViewHorizontally(0);
     CHECK(FlippedView(QRectF(1, 2, 3, 4)).isFlipped());
 }
 
