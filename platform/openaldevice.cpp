@@ -65,6 +65,7 @@ OpenAlDevice::OpenAlDevice(ALCdevice *device, const ALCint *attributes, bool sil
 
 OpenAlDevice::~OpenAlDevice()
 {
+    m_mixing.reset();
     if (m_context) {
         const Scope scope(*this);
         deleteSpare(0);
@@ -88,15 +89,16 @@ bool OpenAlDevice::isConnected() const
 
 void OpenAlDevice::run()
 {
-    if (!std::exchange(m_running, true))
-        alcDeviceResumeSOFT(m_device);
+    if (m_mixing)
+        m_mixing->set(true);
 }
 
 void OpenAlDevice::rest()
 {
-    if (!std::exchange(m_running, false))
-        return;
-    alcDevicePauseSOFT(m_device);
+    if (!m_mixing && !m_silent)
+        m_mixing.emplace(m_device);
+    if (m_mixing)
+        m_mixing->set(false);
     const Scope scope(*this);
     deleteSpare(spares);
 }

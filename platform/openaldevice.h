@@ -8,9 +8,12 @@
 #include <AL/alc.h>
 #include <AL/alext.h>
 
+#include "platform/openalmixing.h"
+
 #include <QtCore/QString>
 
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace dravelin::detail {
@@ -51,9 +54,10 @@ public:
     /// False once the device went away. Its sources have stopped then.
     [[nodiscard]] bool isConnected() const;
 
-    [[nodiscard]] bool isRunning() const noexcept { return m_running; }
+    [[nodiscard]] bool isRunning() const noexcept { return !m_mixing || m_mixing->isOn(); }
+    /// Goes on mixing, soon after. What is set to play before is heard from its beginning.
     void run();
-    /// Stops the mixing, so that no processor time is used, and gives memory back.
+    /// Stops the mixing, soon after, so that no processor time is used, and gives memory back.
     void rest();
 
     /// Silent device: playing time goes on from `now`, in nanoseconds of the steady clock.
@@ -87,14 +91,14 @@ private:
 
     ALCdevice *m_device;
     ALCcontext *m_context;
-    std::vector<ALuint> m_sources; ///< not in use
-    std::vector<ALuint> m_buffers; ///< not in use
+    std::optional<OpenAlMixing> m_mixing; ///< from the first rest on, of a device that is not silent
+    std::vector<ALuint> m_sources;        ///< not in use
+    std::vector<ALuint> m_buffers;        ///< not in use
     std::vector<qint16> m_scratch;
     std::vector<qint16> m_unheard;
     qint64 m_clockStart = 0;
     qint64 m_clockFrames = 0; ///< played since
     bool m_silent;
-    bool m_running = true;
 };
 
 } // namespace dravelin::detail

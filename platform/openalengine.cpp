@@ -47,6 +47,7 @@ OpenAlEngine::Play OpenAlEngine::start(std::shared_ptr<const SoundData> data, fl
         logWarning(QStringLiteral("Sound output: the device takes no further sound beside %1").arg(m_plays.size()));
         return nullptr;
     }
+    m_device->run();
     m_plays.push_back(play);
     wakeAt(now, now);
     return play;
@@ -82,6 +83,7 @@ void OpenAlEngine::resume(const Play &play)
     const qint64 now = readClock();
     if (!play->resume(*m_device, now))
         play->fail();
+    m_device->run();
     wakeAt(now, now);
 }
 

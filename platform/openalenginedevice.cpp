@@ -80,7 +80,7 @@ void OpenAlEngine::restWhenIdle()
         m_device->rest();
 }
 
-/// Brings the device into a state in which a sound can be heard from now on.
+/// Brings the device into a state in which it takes sounds to play from now on. A real one still has to be run.
 /// \return false when there is none, not even a silent one
 bool OpenAlEngine::prepareToPlay()
 {
@@ -88,8 +88,6 @@ bool OpenAlEngine::prepareToPlay()
         followDevice();
     if (m_device && m_device->isSilent())
         prepareSilence(readClock());
-    else if (m_device)
-        m_device->run();
     return m_device != nullptr;
 }
 

@@ -10,7 +10,8 @@ namespace dravelin::detail {
 
 namespace {
 
-// An event loop that is held up for a second causes no gap.
+// An event loop that is held up for a second causes no gap; for half a second right after the start, which has to be quick.
+constexpr double aheadAtStart = 0.5;
 constexpr double leastAhead = 1;
 constexpr double mostAhead = 2;
 constexpr int blocksPerSecond = 4;
@@ -47,7 +48,7 @@ bool OpenAlPlay::attach(OpenAlDevice &device, qint64 now)
         return false;
     m_device = &device;
     m_first = m_next = m_frame;
-    fill(leastAhead);
+    fill(aheadAtStart);
     alSourcef(m_source, AL_GAIN, m_volume);
     alSourcePlay(m_source);
     return true;

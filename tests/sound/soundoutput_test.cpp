@@ -134,6 +134,7 @@ TEST_F(SoundOutputTest, GoesOnWhereItWasPausedAndFollowsItsVolume)
 TEST_F(SoundOutputTest, OutlastsAnEventLoopThatIsHeldUp)
 {
     const auto voice = play(sine(500, 1.5, 1));
+    ASSERT_TRUE(waitFor([&] { return voice->position() > 0; }));
     QElapsedTimer heldUp;
     heldUp.start();
     while (heldUp.elapsed() < 700)
