@@ -5,6 +5,7 @@
 
 #include <dravelin/platform/log.h>
 
+#include <QtCore/QCoreApplication>
 #include <QtCore/QScopeGuard>
 
 #include <algorithm>
@@ -24,7 +25,7 @@ constexpr qint64 count(std::chrono::nanoseconds time) { return time.count(); }
 
 } // namespace
 
-OpenAlEngine::OpenAlEngine() : m_wake(never), m_idleSince(readClock())
+OpenAlEngine::OpenAlEngine() : m_process(QCoreApplication::applicationPid()), m_wake(never), m_idleSince(readClock())
 {
     openFirst();
     schedule();
@@ -109,6 +110,8 @@ QString OpenAlEngine::deviceName() const { return m_device ? m_device->name() : 
 void OpenAlEngine::close()
 {
     m_timer.stop();
+    if (m_process != QCoreApplication::applicationPid())
+        (void)m_device.release(); // a forked process has not its threads, and must not end what its parent plays
     moveTo(nullptr);
     const auto plays = std::exchange(m_plays, {}); // what they capture may come back here when it goes
     const auto finished = std::exchange(m_finished, {});

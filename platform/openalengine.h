@@ -67,6 +67,7 @@ private:
     std::vector<Play> m_plays;
     std::deque<Play> m_finished; ///< their end is still to be reported
     QBasicTimer m_timer;
+    qint64 m_process;         ///< that opened the device
     qint64 m_wake;            ///< what the timer is set to
     qint64 m_idleSince;       ///< since when nothing plays
     qint64 m_lastAttempt = 0; ///< to open the device

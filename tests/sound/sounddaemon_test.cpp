@@ -13,6 +13,9 @@
 
 #include <gtest/gtest.h>
 
+#include <sys/wait.h>
+#include <unistd.h>
+
 using namespace dravelin;
 using namespace Qt::StringLiterals;
 
@@ -63,6 +66,19 @@ protected:
         process.kill();
         process.waitForFinished();
     }
+    /// Of a forked process that does this.
+    static int statusOfChild(const std::function<void()> &action)
+    {
+        const pid_t child = fork();
+        if (child == 0) {
+            alarm(20);
+            action();
+            _exit(0);
+        }
+        int status = -1;
+        waitpid(child, &status, 0);
+        return status;
+    }
     /// Whether a sine of that amplitude arrives at the ear.
     bool hears(double amplitude)
     {
@@ -81,7 +97,7 @@ protected:
 TEST_F(SoundDaemonTest, MayDieAndComeBack)
 {
     LogRecorder log;
-    const auto output = SoundOutput::createSystemOutput();
+    auto output = SoundOutput::createSystemOutput();
     output->prepare();
     int longEnds = 0, shortEnds = 0;
     QElapsedTimer time;
@@ -90,6 +106,7 @@ TEST_F(SoundDaemonTest, MayDieAndComeBack)
     const auto paused = output->start(sine(500, 0.6), 1, [&](bool) { ++shortEnds; });
     paused->pause();
     EXPECT_FALSE(output->deviceName().isNull());
+    EXPECT_EQ(statusOfChild([&] { output.reset(); }), 0) << "what plays is none of its business";
     EXPECT_TRUE(hears(0.5));
     EXPECT_TRUE(waitFor([&] { return voice->position() > 1; }));
 
