@@ -49,10 +49,8 @@ OpenAlEngine::Play OpenAlEngine::start(std::shared_ptr<const SoundData> data, fl
         logWarning(QStringLiteral("Sound output: the device takes no further sound beside %1").arg(m_plays.size()));
         return nullptr;
     }
-    if (m_device)
-        m_device->run();
     m_plays.push_back(play);
-    wakeAt(now, now);
+    goOn(now);
     return play;
 }
 
@@ -84,8 +82,15 @@ void OpenAlEngine::resume(const Play &play)
     const qint64 now = readClock();
     if (!play->resume(m_device.get(), now))
         play->fail();
+    goOn(now);
+}
+
+/// After what is to be heard from now on was handed to the device.
+void OpenAlEngine::goOn(qint64 now)
+{
     if (m_device)
         m_device->run();
+    m_idleSince = now;
     wakeAt(now, now);
 }
 

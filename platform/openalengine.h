@@ -56,6 +56,7 @@ private:
 
     [[nodiscard]] bool isPlaying() const;
     void prepareToPlay();
+    void goOn(qint64 now);
     void schedule();
     [[nodiscard]] qint64 nextDue(qint64 now) const;
     void wakeAt(qint64 due, qint64 now);
