@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include <dravelin/platform/sounddata.h>
+#include <dravelin/sound/sounddepot.h>
 
 #include <QtCore/QTemporaryDir>
 
@@ -72,22 +73,21 @@ void loadLibsndfile(benchmark::State &state, int format)
     }
 }
 
-/// Memory in use per sound beyond its samples, with a thousand of them; by the C library's own count.
+/// Memory in use per sound beyond its samples, with a thousand of them in a depot; by the C library's own count.
 void memory(benchmark::State &state)
 {
     constexpr int Sounds = 1000;
     Files files;
-    std::vector<QString> paths;
+    std::vector<QByteArray> paths;
     for (int i = 0; i < Sounds; ++i)
-        paths.push_back(
-            QString::fromUtf8(files.bell(std::to_string(i).c_str(), SF_FORMAT_WAV | SF_FORMAT_PCM_16, 0.1)));
+        paths.push_back(files.bell(std::to_string(i).c_str(), SF_FORMAT_WAV | SF_FORMAT_PCM_16, 0.1));
     for (auto _ : state) {
-        std::vector<std::shared_ptr<const SoundData>> sounds(Sounds);
+        SoundDepot depot;
         qint64 samples = 0;
         const struct mallinfo2 before = mallinfo2();
         for (int i = 0; i < Sounds; ++i) {
-            sounds[size_t(i)] = SoundData::load(paths[size_t(i)]);
-            samples += qint64(sounds[size_t(i)]->samples().size_bytes());
+            depot.addSound(std::make_shared<Sound>(QString::fromUtf8(paths[size_t(i)]), i, 1));
+            samples += qint64(depot.getSound(i)->data()->samples().size_bytes());
         }
         const struct mallinfo2 after = mallinfo2();
         const auto used = qint64(after.uordblks + after.hblkhd) - qint64(before.uordblks + before.hblkhd);

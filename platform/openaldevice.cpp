@@ -10,9 +10,6 @@ namespace dravelin::detail {
 
 namespace {
 
-/// Nobody hears it, so a low rate will do; one that common rates are multiples of keeps the time exact.
-constexpr int silentRate = 11025;
-constexpr qint64 nanoseconds = 1'000'000'000;
 /// Sources, and buffers of a quarter of a second at the usual rate, that lie ready for the next plays.
 constexpr size_t spares = 16;
 constexpr int usualRate = 44100;
@@ -31,42 +28,24 @@ ALint resampler()
 
 std::unique_ptr<OpenAlDevice> OpenAlDevice::openSystem()
 {
-    constexpr ALCint attributes[] = {ALC_MONO_SOURCES, maxSources, ALC_HRTF_SOFT, ALC_FALSE, 0};
-    return open(alcOpenDevice(nullptr), attributes, false);
-}
-
-std::unique_ptr<OpenAlDevice> OpenAlDevice::openSilent()
-{
-    constexpr ALCint attributes[] = {ALC_FORMAT_CHANNELS_SOFT,
-                                     ALC_STEREO_SOFT,
-                                     ALC_FORMAT_TYPE_SOFT,
-                                     ALC_SHORT_SOFT,
-                                     ALC_FREQUENCY,
-                                     silentRate,
-                                     ALC_MONO_SOURCES,
-                                     maxSources,
-                                     ALC_HRTF_SOFT,
-                                     ALC_FALSE,
-                                     0};
-    return open(alcLoopbackOpenDeviceSOFT(nullptr), attributes, true);
-}
-
-std::unique_ptr<OpenAlDevice> OpenAlDevice::open(ALCdevice *device, const ALCint *attributes, bool silent)
-{
+    ALCdevice *device = alcOpenDevice(nullptr);
     if (!device)
         return nullptr;
-    std::unique_ptr<OpenAlDevice> result(new OpenAlDevice(device, attributes, silent));
+    std::unique_ptr<OpenAlDevice> result(new OpenAlDevice(device));
     return result->m_context ? std::move(result) : nullptr;
 }
 
-OpenAlDevice::OpenAlDevice(ALCdevice *device, const ALCint *attributes, bool silent)
-    : m_device(device), m_context(alcCreateContext(device, attributes)), m_silent(silent)
-{}
+OpenAlDevice::OpenAlDevice(ALCdevice *device) : m_device(device)
+{
+    constexpr ALCint attributes[] = {ALC_MONO_SOURCES, maxSources, ALC_HRTF_SOFT, ALC_FALSE, 0};
+    m_context = alcCreateContext(device, attributes);
+}
 
 OpenAlDevice::~OpenAlDevice()
 {
+    m_mixing.reset();
     if (m_context) {
-        const Scope scope(*this);
+        const Scope scope(this);
         deleteSpare(0);
     }
     if (m_context)
@@ -74,10 +53,7 @@ OpenAlDevice::~OpenAlDevice()
     alcCloseDevice(m_device);
 }
 
-QString OpenAlDevice::name() const
-{
-    return m_silent ? QString() : QString::fromUtf8(alcGetString(m_device, ALC_ALL_DEVICES_SPECIFIER));
-}
+QString OpenAlDevice::name() const { return QString::fromUtf8(alcGetString(m_device, ALC_ALL_DEVICES_SPECIFIER)); }
 
 bool OpenAlDevice::isConnected() const
 {
@@ -88,34 +64,17 @@ bool OpenAlDevice::isConnected() const
 
 void OpenAlDevice::run()
 {
-    if (!std::exchange(m_running, true))
-        alcDeviceResumeSOFT(m_device);
+    if (m_mixing)
+        m_mixing->set(true);
 }
 
 void OpenAlDevice::rest()
 {
-    if (!std::exchange(m_running, false))
-        return;
-    alcDevicePauseSOFT(m_device);
-    const Scope scope(*this);
+    if (!m_mixing)
+        m_mixing.emplace(m_device);
+    m_mixing->set(false);
+    const Scope scope(this);
     deleteSpare(spares);
-}
-
-void OpenAlDevice::startClock(qint64 now)
-{
-    m_clockStart = now;
-    m_clockFrames = 0;
-}
-
-qint64 OpenAlDevice::advance(qint64 now)
-{
-    const qint64 elapsed = now - m_clockStart;
-    const qint64 due = elapsed / nanoseconds * silentRate + elapsed % nanoseconds * silentRate / nanoseconds;
-    const qint64 frames = std::clamp<qint64>(due - m_clockFrames, 0, silentRate / 4);
-    m_unheard.resize(size_t(silentRate / 4) * 2);
-    alcRenderSamplesSOFT(m_device, m_unheard.data(), ALCsizei(frames));
-    m_clockFrames += frames;
-    return m_clockFrames == due ? now : m_clockStart + m_clockFrames * nanoseconds / silentRate;
 }
 
 /// Fresh memory costs more than the samples that are copied into it.
@@ -140,6 +99,7 @@ ALuint OpenAlDevice::takeSource()
     return source;
 }
 
+/// Both channels go straight to the two loudspeakers, at exactly the volume that is set.
 bool OpenAlDevice::addSource()
 {
     ALuint source = 0;
@@ -147,17 +107,10 @@ bool OpenAlDevice::addSource()
     alGenSources(1, &source);
     if (alGetError() != AL_NO_ERROR)
         return false;
-    setUpSource(source);
+    alSourcei(source, AL_DIRECT_CHANNELS_SOFT, AL_TRUE);
+    alSourcei(source, AL_SOURCE_RESAMPLER_SOFT, resampler());
     m_sources.push_back(source);
     return true;
-}
-
-/// Both channels go straight to the two loudspeakers, at exactly the volume that is set. What nobody hears is interpolated
-/// in the cheapest way.
-void OpenAlDevice::setUpSource(ALuint source) const
-{
-    alSourcei(source, AL_DIRECT_CHANNELS_SOFT, AL_TRUE);
-    alSourcei(source, AL_SOURCE_RESAMPLER_SOFT, m_silent ? 0 : resampler());
 }
 
 void OpenAlDevice::giveSource(ALuint source)

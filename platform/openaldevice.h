@@ -8,9 +8,12 @@
 #include <AL/alc.h>
 #include <AL/alext.h>
 
+#include "platform/openalmixing.h"
+
 #include <QtCore/QString>
 
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace dravelin::detail {
@@ -24,9 +27,11 @@ public:
     class Scope
     {
     public:
-        explicit Scope(const OpenAlDevice &device) : m_previous(alcGetThreadContext())
+        /// \param device may be null
+        explicit Scope(const OpenAlDevice *device) : m_previous(alcGetThreadContext())
         {
-            alcSetThreadContext(device.m_context);
+            if (device)
+                alcSetThreadContext(device->m_context);
         }
         ~Scope() { alcSetThreadContext(m_previous); }
         Q_DISABLE_COPY_MOVE(Scope)
@@ -39,28 +44,19 @@ public:
 
     /// \return null when there is none
     static std::unique_ptr<OpenAlDevice> openSystem();
-    /// One that nobody hears, and that plays only when advance() says so.
-    static std::unique_ptr<OpenAlDevice> openSilent();
 
     /// Whatever plays has to be detached before.
     ~OpenAlDevice();
 
-    [[nodiscard]] bool isSilent() const noexcept { return m_silent; }
-    /// Absent for the silent one.
     [[nodiscard]] QString name() const;
     /// False once the device went away. Its sources have stopped then.
     [[nodiscard]] bool isConnected() const;
 
-    [[nodiscard]] bool isRunning() const noexcept { return m_running; }
+    [[nodiscard]] bool isRunning() const noexcept { return !m_mixing || m_mixing->isOn(); }
+    /// Goes on mixing, soon after. What is set to play before is heard from its beginning.
     void run();
-    /// Stops the mixing, so that no processor time is used, and gives memory back.
+    /// Stops the mixing, soon after, so that no processor time is used, and gives memory back.
     void rest();
-
-    /// Silent device: playing time goes on from `now`, in nanoseconds of the steady clock.
-    void startClock(qint64 now);
-    /// Silent device: plays a quarter of a second at most.
-    /// \return up to when it has played now, which is `now` at most
-    qint64 advance(qint64 now);
 
     // The following within a Scope.
 
@@ -78,23 +74,17 @@ public:
     [[nodiscard]] std::vector<qint16> &scratch() noexcept { return m_scratch; }
 
 private:
-    OpenAlDevice(ALCdevice *device, const ALCint *attributes, bool silent);
-    static std::unique_ptr<OpenAlDevice> open(ALCdevice *device, const ALCint *attributes, bool silent);
+    explicit OpenAlDevice(ALCdevice *device);
     bool addSource();
     bool addBuffer();
-    void setUpSource(ALuint source) const;
     void deleteSpare(size_t kept);
 
     ALCdevice *m_device;
     ALCcontext *m_context;
-    std::vector<ALuint> m_sources; ///< not in use
-    std::vector<ALuint> m_buffers; ///< not in use
+    std::optional<OpenAlMixing> m_mixing; ///< from the first rest on
+    std::vector<ALuint> m_sources;        ///< not in use
+    std::vector<ALuint> m_buffers;        ///< not in use
     std::vector<qint16> m_scratch;
-    std::vector<qint16> m_unheard;
-    qint64 m_clockStart = 0;
-    qint64 m_clockFrames = 0; ///< played since
-    bool m_silent;
-    bool m_running = true;
 };
 
 } // namespace dravelin::detail

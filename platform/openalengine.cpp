@@ -5,6 +5,7 @@
 
 #include <dravelin/platform/log.h>
 
+#include <QtCore/QCoreApplication>
 #include <QtCore/QScopeGuard>
 
 #include <algorithm>
@@ -24,7 +25,7 @@ constexpr qint64 count(std::chrono::nanoseconds time) { return time.count(); }
 
 } // namespace
 
-OpenAlEngine::OpenAlEngine() : m_wake(never), m_idleSince(readClock())
+OpenAlEngine::OpenAlEngine() : m_process(QCoreApplication::applicationPid()), m_wake(never), m_idleSince(readClock())
 {
     openFirst();
     schedule();
@@ -36,19 +37,20 @@ qint64 OpenAlEngine::readClock() { return count(std::chrono::steady_clock::now()
 
 OpenAlEngine::Play OpenAlEngine::start(std::shared_ptr<const SoundData> data, float volume, SoundOutput::Ended ended)
 {
-    if (m_plays.size() >= size_t(OpenAlDevice::maxSources) || !prepareToPlay()) {
+    prepareToPlay();
+    if (m_plays.size() >= size_t(OpenAlDevice::maxSources)) {
         logWarning(QStringLiteral("Sound output: takes no further sound beside %1").arg(m_plays.size()));
         return nullptr;
     }
     auto play = std::make_shared<OpenAlPlay>(std::move(data), volume, std::move(ended));
-    const OpenAlDevice::Scope scope(*m_device);
+    const OpenAlDevice::Scope scope(m_device.get());
     const qint64 now = readClock();
-    if (!play->attach(*m_device, now)) {
+    if (!play->attach(m_device.get(), now)) {
         logWarning(QStringLiteral("Sound output: the device takes no further sound beside %1").arg(m_plays.size()));
         return nullptr;
     }
     m_plays.push_back(play);
-    wakeAt(now, now);
+    goOn(now);
     return play;
 }
 
@@ -56,9 +58,9 @@ void OpenAlEngine::drop(const Play &play)
 {
     play->forgetEnded();
     std::erase(m_finished, play);
-    if (std::erase(m_plays, play) == 0 || !m_device)
+    if (std::erase(m_plays, play) == 0)
         return;
-    const OpenAlDevice::Scope scope(*m_device);
+    const OpenAlDevice::Scope scope(m_device.get());
     play->detach(readClock());
     if (!isPlaying())
         schedule();
@@ -66,39 +68,41 @@ void OpenAlEngine::drop(const Play &play)
 
 void OpenAlEngine::pause(const Play &play)
 {
-    if (!m_device)
-        return;
-    bringUpToDate();
-    const OpenAlDevice::Scope scope(*m_device);
+    const OpenAlDevice::Scope scope(m_device.get());
     play->pause(readClock());
     schedule();
 }
 
 void OpenAlEngine::resume(const Play &play)
 {
-    if (play->isOver() || !prepareToPlay() || play->isOver())
+    if (play->isOver())
         return;
-    const OpenAlDevice::Scope scope(*m_device);
+    prepareToPlay();
+    const OpenAlDevice::Scope scope(m_device.get());
     const qint64 now = readClock();
-    if (!play->resume(*m_device, now))
+    if (!play->resume(m_device.get(), now))
         play->fail();
+    goOn(now);
+}
+
+/// After what is to be heard from now on was handed to the device.
+void OpenAlEngine::goOn(qint64 now)
+{
+    if (m_device)
+        m_device->run();
+    m_idleSince = now;
     wakeAt(now, now);
 }
 
 void OpenAlEngine::setVolume(const Play &play, float volume)
 {
-    if (!m_device)
-        return;
-    const OpenAlDevice::Scope scope(*m_device);
+    const OpenAlDevice::Scope scope(m_device.get());
     play->setVolume(volume);
 }
 
 double OpenAlEngine::position(const Play &play)
 {
-    if (!m_device)
-        return play->lastPosition();
-    bringUpToDate();
-    const OpenAlDevice::Scope scope(*m_device);
+    const OpenAlDevice::Scope scope(m_device.get());
     return play->position(readClock());
 }
 
@@ -107,7 +111,12 @@ QString OpenAlEngine::deviceName() const { return m_device ? m_device->name() : 
 void OpenAlEngine::close()
 {
     m_timer.stop();
-    moveTo(nullptr);
+    if (m_process != QCoreApplication::applicationPid())
+        (void)m_device.release(); // a forked process has not its threads, and must not end what its parent plays
+    else
+        moveTo(nullptr);
+    for (const Play &play : m_plays)
+        play->fail();
     const auto plays = std::exchange(m_plays, {}); // what they capture may come back here when it goes
     const auto finished = std::exchange(m_finished, {});
 }
@@ -117,48 +126,27 @@ void OpenAlEngine::timerEvent(QTimerEvent *)
     const auto self = shared_from_this(); // a call may drop the output
     m_timer.stop();
     m_wake = never;
-    if (m_device)
-        advance();
+    advance();
     if (std::exchange(m_wantsDevice, false))
         lookForDevice();
     restWhenIdle();
     deliverEnds();
 }
 
-/// What the silent device plays by the clock; a real one goes on by itself.
-void OpenAlEngine::bringUpToDate()
-{
-    if (!m_device->isSilent())
-        return;
-    advance();
-    if (!m_finished.empty())
-        schedule();
-}
-
 void OpenAlEngine::advance()
 {
     const qint64 now = readClock();
-    if (m_device->isSilent())
-        advanceSilently(now);
-    else if (!updatePlays(now) || !m_device->isConnected())
+    if (!updatePlays(now) || (m_device && !m_device->isConnected()))
         followDevice();
     collectFinished(now);
-}
-
-/// In pieces that are shorter than what is queued ahead.
-void OpenAlEngine::advanceSilently(qint64 now)
-{
-    for (qint64 reached = 0; reached < now && isPlaying();) {
-        reached = m_device->advance(now);
-        updatePlays(reached);
-    }
 }
 
 /// \return false when the device went away
 bool OpenAlEngine::updatePlays(qint64 now)
 {
-    const OpenAlDevice::Scope scope(*m_device);
-    m_device->stockUp();
+    const OpenAlDevice::Scope scope(m_device.get());
+    if (m_device)
+        m_device->stockUp();
     return std::ranges::all_of(m_plays, [now](const Play &play) {
         return play->isPaused() || play->isOver() || play->due() > now || play->update(now);
     });
@@ -166,9 +154,7 @@ bool OpenAlEngine::updatePlays(qint64 now)
 
 void OpenAlEngine::collectFinished(qint64 now)
 {
-    if (!m_device)
-        return;
-    const OpenAlDevice::Scope scope(*m_device);
+    const OpenAlDevice::Scope scope(m_device.get());
     for (const Play &play : m_plays) {
         if (play->isOver()) {
             play->detach(now);
@@ -214,7 +200,7 @@ qint64 OpenAlEngine::nextDue(qint64 now) const
     if (!m_finished.empty() || m_wantsDevice)
         return now;
     if (!isPlaying()) {
-        const bool mixes = m_device && m_device->isRunning() && !m_device->isSilent();
+        const bool mixes = m_device && m_device->isRunning();
         return mixes ? std::max(now, m_idleSince + restAfter) : never;
     }
     qint64 due = never;

@@ -21,7 +21,7 @@ class OpenAlEngine : public QObject, public std::enable_shared_from_this<OpenAlE
 public:
     using Play = std::shared_ptr<OpenAlPlay>;
 
-    /// Opens the device, or the silent one.
+    /// Opens the device.
     OpenAlEngine();
     ~OpenAlEngine() override;
 
@@ -42,9 +42,7 @@ protected:
 
 private:
     static qint64 readClock();
-    void bringUpToDate();
     void advance();
-    void advanceSilently(qint64 now);
     bool updatePlays(qint64 now);
     void collectFinished(qint64 now);
     void deliverEnds();
@@ -57,16 +55,17 @@ private:
     void restWhenIdle();
 
     [[nodiscard]] bool isPlaying() const;
-    [[nodiscard]] bool prepareToPlay();
-    void prepareSilence(qint64 now);
+    void prepareToPlay();
+    void goOn(qint64 now);
     void schedule();
     [[nodiscard]] qint64 nextDue(qint64 now) const;
     void wakeAt(qint64 due, qint64 now);
 
-    std::unique_ptr<OpenAlDevice> m_device; ///< null when not even the silent one could be opened, and once closed
+    std::unique_ptr<OpenAlDevice> m_device; ///< null while there is none, and once closed
     std::vector<Play> m_plays;
     std::deque<Play> m_finished; ///< their end is still to be reported
     QBasicTimer m_timer;
+    qint64 m_process;         ///< that opened the device
     qint64 m_wake;            ///< what the timer is set to
     qint64 m_idleSince;       ///< since when nothing plays
     qint64 m_lastAttempt = 0; ///< to open the device

@@ -5,8 +5,6 @@
 
 #include <dravelin/platform/log.h>
 
-#include <algorithm>
-#include <iterator>
 #include <utility>
 
 // Which device the sounds are on.
@@ -23,23 +21,15 @@ void OpenAlEngine::openFirst()
 {
     moveTo(OpenAlDevice::openSystem());
     m_lastAttempt = readClock();
-    if (m_device)
-        return;
-    moveTo(OpenAlDevice::openSilent());
-    logWarning(m_device ? QStringLiteral("Sound output: there is no sound device; sounds play in silence")
-                        : QStringLiteral("Sound output: neither a sound device nor a silent one can be opened"));
+    if (!m_device)
+        logWarning(QStringLiteral("Sound output: there is no sound device; sounds play in silence"));
 }
 
 void OpenAlEngine::followDevice()
 {
     logWarning(
         QStringLiteral("Sound output: the device \"%1\" went away; sounds play on in silence").arg(m_device->name()));
-    moveTo(OpenAlDevice::openSilent());
-    if (m_device)
-        return;
-    for (const Play &play : m_plays)
-        play->fail();
-    std::ranges::move(std::exchange(m_plays, {}), std::back_inserter(m_finished));
+    moveTo(nullptr);
 }
 
 void OpenAlEngine::lookForDevice()
@@ -48,28 +38,26 @@ void OpenAlEngine::lookForDevice()
     m_lastAttempt = readClock();
     if (!device)
         return;
-    advance();
     logInfo(QStringLiteral("Sound output: sounds are heard on \"%1\"").arg(device->name()));
     moveTo(std::move(device));
 }
 
 /// Every play goes on from where it is, as far as it is not paused.
+/// \param device null for silence
 void OpenAlEngine::moveTo(std::unique_ptr<OpenAlDevice> device)
 {
     const qint64 now = readClock();
-    if (m_device) {
-        const OpenAlDevice::Scope scope(*m_device);
+    {
+        const OpenAlDevice::Scope scope(m_device.get());
         for (const Play &play : m_plays)
             play->detach(now);
     }
     m_device = std::move(device);
-    if (!m_device)
-        return;
-    m_device->startClock(now);
-    const OpenAlDevice::Scope scope(*m_device);
-    m_device->stockUp();
+    const OpenAlDevice::Scope scope(m_device.get());
+    if (m_device)
+        m_device->stockUp();
     for (const Play &play : m_plays) {
-        if (!play->attach(*m_device, now))
+        if (!play->attach(m_device.get(), now))
             play->fail();
     }
 }
@@ -80,26 +68,13 @@ void OpenAlEngine::restWhenIdle()
         m_device->rest();
 }
 
-/// Brings the device into a state in which a sound can be heard from now on.
-/// \return false when there is none, not even a silent one
-bool OpenAlEngine::prepareToPlay()
+/// Follows a device that went away, and has one looked for when there is none.
+void OpenAlEngine::prepareToPlay()
 {
     if (m_device && !m_device->isConnected())
         followDevice();
-    if (m_device && m_device->isSilent())
-        prepareSilence(readClock());
-    else if (m_device)
-        m_device->run();
-    return m_device != nullptr;
-}
-
-void OpenAlEngine::prepareSilence(qint64 now)
-{
-    if (isPlaying())
-        bringUpToDate();
-    else
-        m_device->startClock(now);
-    m_wantsDevice = m_wantsDevice || now - m_lastAttempt >= betweenAttempts;
+    if (!m_device && readClock() - m_lastAttempt >= betweenAttempts)
+        m_wantsDevice = true;
 }
 
 } // namespace dravelin::detail

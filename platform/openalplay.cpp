@@ -10,7 +10,8 @@ namespace dravelin::detail {
 
 namespace {
 
-// An event loop that is held up for a second causes no gap.
+// An event loop that is held up for a second causes no gap; for half a second right after the start, which has to be quick.
+constexpr double aheadAtStart = 0.5;
 constexpr double leastAhead = 1;
 constexpr double mostAhead = 2;
 constexpr int blocksPerSecond = 4;
@@ -36,18 +37,18 @@ OpenAlPlay::OpenAlPlay(std::shared_ptr<const SoundData> data, float volume, Soun
         m_reader = m_data->reader();
 }
 
-bool OpenAlPlay::attach(OpenAlDevice &device, qint64 now)
+bool OpenAlPlay::attach(OpenAlDevice *device, qint64 now)
 {
     note(m_frame, now);
     m_due = now;
-    if (m_paused)
+    m_first = m_next = m_frame;
+    if (m_paused || !device)
         return true;
-    m_source = device.takeSource();
+    m_source = device->takeSource();
     if (m_source == 0)
         return false;
-    m_device = &device;
-    m_first = m_next = m_frame;
-    fill(leastAhead);
+    m_device = device;
+    fill(aheadAtStart);
     alSourcef(m_source, AL_GAIN, m_volume);
     alSourcePlay(m_source);
     return true;
@@ -55,9 +56,9 @@ bool OpenAlPlay::attach(OpenAlDevice &device, qint64 now)
 
 void OpenAlPlay::detach(qint64 now)
 {
+    note(frameAt(now), now);
     if (!m_device)
         return;
-    notePosition(now);
     m_device->giveSource(m_source);
     for (const Block &block : m_queue)
         m_device->giveBuffer(block.buffer);
@@ -68,14 +69,13 @@ void OpenAlPlay::detach(qint64 now)
 
 void OpenAlPlay::pause(qint64 now)
 {
-    if (m_device && !m_paused) {
+    if (m_device && !m_paused)
         alSourcePause(m_source);
-        notePosition(now);
-    }
+    note(frameAt(now), now);
     m_paused = true;
 }
 
-bool OpenAlPlay::resume(OpenAlDevice &device, qint64 now)
+bool OpenAlPlay::resume(OpenAlDevice *device, qint64 now)
 {
     if (!std::exchange(m_paused, false))
         return true;
@@ -99,7 +99,12 @@ void OpenAlPlay::setVolume(float volume)
 
 bool OpenAlPlay::update(qint64 now)
 {
-    const Reading reading = notePosition(now);
+    if (!m_device) {
+        updateInSilence(now);
+        return true;
+    }
+    const Reading reading = read();
+    note(reading.valid ? reading.frame : guess(now), now);
     if (!reading.valid)
         return false;
     unqueue();
@@ -111,15 +116,30 @@ bool OpenAlPlay::update(qint64 now)
     return true;
 }
 
-double OpenAlPlay::lastPosition() const { return double(m_frame) / m_data->sampleRate(); }
-
-double OpenAlPlay::position(qint64 now) const
+void OpenAlPlay::updateInSilence(qint64 now)
 {
-    if (m_paused || m_over || !m_device)
-        return lastPosition();
-    const Reading reading = read();
-    return double(reading.valid ? reading.frame : guess(now)) / m_data->sampleRate();
+    const qint64 played = guess(now) - m_frame;
+    note(m_frame + played, m_time + toTime(played)); // exactly, so that parts of frames do not add up
+    readAlong();
+    m_frame = std::min(m_frame, m_end);
+    m_over = m_frame == m_end;
+    setDue();
 }
+
+/// So that it comes out when a file cannot be read on.
+void OpenAlPlay::readAlong()
+{
+    if (!m_reader)
+        m_next = m_end;
+    std::vector<qint16> block;
+    const qint64 enough = m_frame + toFrames(mostAhead);
+    while (m_next < m_end && m_next < enough) {
+        block.resize(size_t(nextBlock() * m_data->channels()));
+        m_next += readBlock(block);
+    }
+}
+
+double OpenAlPlay::position(qint64 now) const { return double(frameAt(now)) / m_data->sampleRate(); }
 
 void OpenAlPlay::fail() { m_over = m_failed = true; }
 
@@ -144,20 +164,18 @@ OpenAlPlay::Reading OpenAlPlay::read() const
     return {m_next, true, m_device->isConnected()};
 }
 
-/// Where it would be now on a device that had not gone away.
+/// By the clock.
 qint64 OpenAlPlay::guess(qint64 now) const
 {
-    if (m_paused)
-        return m_frame;
-    const auto played = double(now - m_time) / nanoseconds * m_data->sampleRate();
-    return std::min(m_end, m_frame + qint64(played));
+    return std::min(m_end, m_frame + toFrames(double(now - m_time) / nanoseconds));
 }
 
-OpenAlPlay::Reading OpenAlPlay::notePosition(qint64 now)
+qint64 OpenAlPlay::frameAt(qint64 now) const
 {
-    const Reading reading = read();
-    note(reading.valid ? reading.frame : guess(now), now);
-    return reading;
+    if (m_paused || m_over)
+        return m_frame;
+    const Reading reading = m_device ? read() : Reading{0, false, false};
+    return reading.valid ? reading.frame : guess(now);
 }
 
 void OpenAlPlay::note(qint64 frame, qint64 now)
@@ -181,15 +199,14 @@ void OpenAlPlay::unqueue()
 
 void OpenAlPlay::fill(double seconds)
 {
-    const auto enough = m_frame + qint64(seconds * m_data->sampleRate());
+    const qint64 enough = m_frame + toFrames(seconds);
     while (m_next < m_end && m_next < enough && queueBlock()) {
     }
 }
 
 bool OpenAlPlay::queueBlock()
 {
-    const qint64 most = std::max(m_data->sampleRate() / blocksPerSecond, 1);
-    const std::span<const qint16> samples = stereo(std::min(most, m_end - m_next));
+    const std::span<const qint16> samples = stereo(nextBlock());
     if (samples.empty())
         return false;
     const ALuint buffer = m_device->takeBuffer();
@@ -206,6 +223,12 @@ bool OpenAlPlay::queueBlock()
     m_queue.push_back({buffer, frames});
     m_next += frames;
     return true;
+}
+
+/// In frames.
+qint64 OpenAlPlay::nextBlock() const
+{
+    return std::min<qint64>(std::max(m_data->sampleRate() / blocksPerSecond, 1), m_end - m_next);
 }
 
 /// There is no memory for more; what is queued is played.
@@ -251,10 +274,12 @@ void OpenAlPlay::setDue()
     qint64 wait = toTime(m_end - m_frame);
     if (m_next < m_end)
         wait = std::min(wait, toTime(m_next - m_frame) - qint64(leastAhead * nanoseconds));
-    if (!m_device->isSilent())
+    if (m_device)
         wait = std::min(wait, longestWait);
     m_due = m_time + std::max(wait, step);
 }
+
+qint64 OpenAlPlay::toFrames(double seconds) const { return qint64(seconds * m_data->sampleRate()); }
 
 qint64 OpenAlPlay::toTime(qint64 frames) const { return qint64(double(frames) / m_data->sampleRate() * nanoseconds); }
 

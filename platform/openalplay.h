@@ -14,7 +14,8 @@
 namespace dravelin::detail {
 
 /// One play: how far it is, and the short blocks of samples that wait on a device for it. The device may be exchanged
-/// for another one while it plays. Times are nanoseconds of the steady clock.
+/// for another one while it plays. Without one, it goes on in silence, by the clock. Times are nanoseconds of the steady
+/// clock.
 ///
 /// All calls that a device answers are made within its Scope.
 class OpenAlPlay
@@ -24,13 +25,14 @@ public:
 
     /// Goes on from the position where it is, unless it is paused.
     /// \return false when the device takes no more
-    bool attach(OpenAlDevice &device, qint64 now);
-    /// Keeps the position.
+    bool attach(OpenAlDevice *device, qint64 now);
+    /// Goes on in silence.
     void detach(qint64 now);
 
     void pause(qint64 now);
-    /// \return false when it has no device and finds no place on this one
-    bool resume(OpenAlDevice &device, qint64 now);
+    /// \param device in case it has none; may be null
+    /// \return false when it finds no place there
+    bool resume(OpenAlDevice *device, qint64 now);
     void setVolume(float volume);
 
     /// Takes note of what was played, and queues more.
@@ -40,13 +42,10 @@ public:
     [[nodiscard]] qint64 due() const noexcept { return m_due; }
     /// Seconds.
     [[nodiscard]] double position(qint64 now) const;
-    /// That of the last look at it; with no device.
-    [[nodiscard]] double lastPosition() const;
-
     [[nodiscard]] bool isPaused() const noexcept { return m_paused; }
     /// Whether the end was reached, or no more can be played.
     [[nodiscard]] bool isOver() const noexcept { return m_over; }
-    /// Ends it early, for want of a device.
+    /// Ends it early.
     void fail();
     void callEnded();
     void forgetEnded() { m_ended = {}; }
@@ -67,15 +66,19 @@ private:
 
     [[nodiscard]] Reading read() const;
     [[nodiscard]] qint64 guess(qint64 now) const;
-    Reading notePosition(qint64 now);
+    [[nodiscard]] qint64 frameAt(qint64 now) const;
     void note(qint64 frame, qint64 now);
+    void updateInSilence(qint64 now);
+    void readAlong();
     void unqueue();
     void fill(double seconds);
     bool queueBlock();
     [[nodiscard]] std::span<const qint16> stereo(qint64 frames);
     [[nodiscard]] qint64 readBlock(std::span<qint16> samples);
     [[nodiscard]] bool endHere();
+    [[nodiscard]] qint64 nextBlock() const;
     void setDue();
+    [[nodiscard]] qint64 toFrames(double seconds) const;
     [[nodiscard]] qint64 toTime(qint64 frames) const;
 
     std::shared_ptr<const SoundData> m_data;

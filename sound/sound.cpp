@@ -29,12 +29,12 @@ std::shared_ptr<const SoundData> loadResource(const QString &file)
 Sound::Sound(const QString &file, qint64 soundID, quint64 category) : Sound(loadResource(file), soundID, category) {}
 
 Sound::Sound(std::shared_ptr<const SoundData> data, qint64 soundID, quint64 category)
-    : m_player(std::move(data)), m_fadeTimer(Action<Timer *>()), m_soundId(soundID), m_category(category)
+    : m_player(std::move(data)), m_soundId(soundID), m_category(category)
 {
     m_player.setDelegate(this);
 }
 
-Sound::~Sound() { m_fadeTimer.stop(); }
+Sound::~Sound() { stopFadeTimer(); }
 
 bool Sound::playWithHandler(SoundHandler handler, quint64 category, float volume)
 {

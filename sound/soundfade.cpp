@@ -28,10 +28,12 @@ void Sound::fadeOutAlone(float seconds, SoundHandler handler)
 void Sound::startFade(float seconds, SoundHandler handler)
 {
     const auto dropped = std::exchange(m_fadeHandler, std::move(handler));
-    m_fadeTimer.setTarget(this, "fadeOutTimerHandler:");
+    if (!m_fadeTimer)
+        m_fadeTimer = std::make_unique<MutableTimer>(Action<Timer *>());
+    m_fadeTimer->setTarget(this, "fadeOutTimerHandler:");
     m_fadeRate = float(double(seconds) / stepInterval); // the number of steps
     m_fadeRate = volume() / m_fadeRate;
-    m_fadeTimer.start(stepInterval, true);
+    m_fadeTimer->start(stepInterval, true);
 }
 
 void Sound::fadeOutTimerHandler(Timer *)
@@ -43,11 +45,18 @@ void Sound::fadeOutTimerHandler(Timer *)
         setVolume(left);
         return;
     }
-    m_fadeTimer.stop();
+    stopFadeTimer();
     if (isPlaying())
         stopAlone();
     if (self)
         endFade(std::exchange(m_fadeHandler, {}));
+}
+
+/// By itself it would run on.
+void Sound::stopFadeTimer()
+{
+    if (m_fadeTimer)
+        m_fadeTimer->stop();
 }
 
 void Sound::endFade(const SoundHandler &handler)

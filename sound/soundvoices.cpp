@@ -41,6 +41,8 @@ void Sound::endVoice()
 template <class Function>
 bool Sound::forEachVoice(Function function)
 {
+    if (m_voices.isEmpty())
+        return true;
     const QPointer<Sound> self(this);
     const auto voices = m_voices;
     for (const auto &voice : voices)

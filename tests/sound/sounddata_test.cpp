@@ -170,20 +170,6 @@ TEST_F(SoundDataTest, ClipsWhatGoesBeyondFullScale)
     }
 }
 
-TEST_F(SoundDataTest, LoadsTheDesktopsSounds)
-{
-    const QDir sounds(u"/usr/share/sounds/freedesktop/stereo"_s);
-    ASSERT_GT(sounds.count(), 30U) << "the package sound-theme-freedesktop is missing";
-    for (const QFileInfo &file : sounds.entryInfoList(QDir::Files)) {
-        SF_INFO info{};
-        SNDFILE *peer = sf_open(file.filePath().toUtf8().constData(), SFM_READ, &info);
-        sf_close(peer);
-        const auto data = SoundData::load(file.filePath());
-        ASSERT_TRUE(data) << file.fileName().toStdString();
-        EXPECT_DOUBLE_EQ(data->duration(), double(info.frames) / info.samplerate);
-    }
-}
-
 TEST_F(SoundDataTest, SaysWhyAFileCannotBeUsed)
 {
     QDir(folder.path()).mkdir(u"folder"_s);
@@ -224,7 +210,8 @@ TEST_F(SoundDataTest, UsesWhatIsThereOfAFileThatIsCutOff)
             ASSERT_TRUE(data);
             EXPECT_GT(data->duration(), 1);
             EXPECT_LT(data->duration(), 1.9);
-            EXPECT_EQ(log.take().size(), 1);
+            EXPECT_EQ(SoundData::load(path(u"cut"_s)), data);
+            EXPECT_EQ(log.take().size(), 1) << "decoded once";
         }
     }
 }

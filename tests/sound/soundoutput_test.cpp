@@ -11,6 +11,9 @@
 #include <QtCore/QTimer>
 #include <QtTest/QTest>
 
+#define AL_ALEXT_PROTOTYPES
+#include <AL/alc.h>
+#include <AL/alext.h>
 #include <gtest/gtest.h>
 
 #include <ctime>
@@ -134,6 +137,7 @@ TEST_F(SoundOutputTest, GoesOnWhereItWasPausedAndFollowsItsVolume)
 TEST_F(SoundOutputTest, OutlastsAnEventLoopThatIsHeldUp)
 {
     const auto voice = play(sine(500, 1.5, 1));
+    ASSERT_TRUE(waitFor([&] { return voice->position() > 0; }));
     QElapsedTimer heldUp;
     heldUp.start();
     while (heldUp.elapsed() < 700)
@@ -173,6 +177,22 @@ TEST_F(SoundOutputTest, CostsNothingWhenIdle)
     paused->resume();
     const double position = paused->position();
     EXPECT_TRUE(waitFor([&] { return paused->position() > position + 0.1; }));
+}
+
+TEST_F(SoundOutputTest, LeavesTheApplicationsContextAlone)
+{
+    ALCdevice *device = alcLoopbackOpenDeviceSOFT(nullptr);
+    const ALCint attributes[] = {
+        ALC_FORMAT_CHANNELS_SOFT, ALC_STEREO_SOFT, ALC_FORMAT_TYPE_SOFT, ALC_SHORT_SOFT, ALC_FREQUENCY, 44100, 0};
+    ALCcontext *context = alcCreateContext(device, attributes);
+    alcSetThreadContext(context);
+    play(sine(500, 0.05)).reset();
+    EXPECT_EQ(alcGetThreadContext(), context);
+    finish();
+    EXPECT_EQ(alcGetThreadContext(), context);
+    alcSetThreadContext(nullptr);
+    alcDestroyContext(context);
+    alcCloseDevice(device);
 }
 
 TEST_F(SoundOutputTest, BelongsToOneThread)

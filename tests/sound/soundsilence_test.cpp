@@ -9,9 +9,6 @@
 #include <QtCore/QTimer>
 #include <QtTest/QTest>
 
-#define AL_ALEXT_PROTOTYPES
-#include <AL/alc.h>
-#include <AL/alext.h>
 #include <gtest/gtest.h>
 
 using namespace dravelin;
@@ -142,22 +139,4 @@ TEST_F(SilenceTest, LetsAnEndDoWhatItLikes)
     later->setVolume(0.5F);
     EXPECT_GE(later->position(), 0);
     EXPECT_EQ(bad, 0);
-}
-
-TEST_F(SilenceTest, LeavesTheApplicationsContextAlone)
-{
-    ALCdevice *device = alcLoopbackOpenDeviceSOFT(nullptr);
-    const ALCint attributes[] = {
-        ALC_FORMAT_CHANNELS_SOFT, ALC_STEREO_SOFT, ALC_FORMAT_TYPE_SOFT, ALC_SHORT_SOFT, ALC_FREQUENCY, 44100, 0};
-    ALCcontext *context = alcCreateContext(device, attributes);
-    alcSetThreadContext(context);
-    voices.push_back(output->start(sine(500, 0.05), 1, count()));
-    EXPECT_EQ(alcGetThreadContext(), context);
-    EXPECT_TRUE(waitFor([&] { return good == 1; }));
-    voices.clear();
-    output = nullptr;
-    EXPECT_EQ(alcGetThreadContext(), context);
-    alcSetThreadContext(nullptr);
-    alcDestroyContext(context);
-    alcCloseDevice(device);
 }

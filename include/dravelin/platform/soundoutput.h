@@ -48,7 +48,7 @@ public:
     /// \param ended called once from the event loop, never from within start(), when all was played; it may destroy the
     /// voice
     /// \return empty when the output takes no further voice, and without data
-    /// \cost copies the first second of samples; the first play opens the device, which takes milliseconds
+    /// \cost copies the first half second of samples; the first play opens the device, which takes milliseconds
     [[nodiscard]] virtual std::unique_ptr<SoundVoice> start(std::shared_ptr<const SoundData> data, float volume,
                                                             Ended ended) = 0;
 

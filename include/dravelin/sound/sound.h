@@ -9,6 +9,7 @@
 
 #include <QtCore/QList>
 #include <QtCore/QPointer>
+#include <QtCore/QVarLengthArray>
 
 #include <memory>
 
@@ -164,18 +165,19 @@ private:
     void stopAlone();
     void fadeOutAlone(float seconds, SoundHandler handler);
     void startFade(float seconds, SoundHandler handler);
+    void stopFadeTimer();
     void endFade(const SoundHandler &handler);
     void endVoice();
     void report(void (Sound::*own)(), void (SoundDepot::*signal)(qint64));
     void leaveDepot(SoundDepot *depot);
 
     SoundPlayer m_player;
-    MutableTimer m_fadeTimer; ///< gets its target when a fade starts
+    std::unique_ptr<MutableTimer> m_fadeTimer; ///< from the first fade on: most sounds never fade
     SoundHandler m_playHandler;
     SoundHandler m_fadeHandler;
     QList<std::shared_ptr<Sound>> m_voices;
-    QList<QPointer<SoundDepot>> m_depots; ///< those that hold the sound
-    QPointer<Sound> m_voiceOf;            ///< the sound that keeps this voice
+    QVarLengthArray<QPointer<SoundDepot>, 1> m_depots; ///< those that hold the sound
+    QPointer<Sound> m_voiceOf;                         ///< the sound that keeps this voice
     qint64 m_soundId;
     quint64 m_category;
     float m_fadeRate = 0; ///< what a step takes off the volume
