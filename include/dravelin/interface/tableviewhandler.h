@@ -134,7 +134,8 @@ public:
     /// pointers to objects by address, lists and maps by what is in them, other values by their type's ==. The table
     /// is then told to select as many rows as were dragged, beginning behind the last one; as they do not exist, nothing
     /// is selected.
-    /// \return whether rows were dropped: not without a drag of them, nor when all of them vanished meanwhile
+    /// Rows that vanished during the drag are left out.
+    /// \return whether there is such a drag
     /// \cost linear in the number of rows for numbers, texts, bytes, dates, URLs, UUIDs, pointers, lists and maps of
     /// them; other types with an order take the logarithm of the number of dragged rows besides; any other type is
     /// compared with each dragged row
