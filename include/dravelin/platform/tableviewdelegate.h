@@ -39,7 +39,7 @@ public:
     /// Asked of the table's data source.
     /// @{
 
-    /// Asked by reloadData(). By default, and when less than 0, there are none.
+    /// Asked by reloadData() and selectRowIndexes(). By default, and when less than 0, there are none.
     /// \operation{numberOfRowsInTableView:}
     [[nodiscard]] virtual qsizetype numberOfRowsInTableView(TableView *tableView);
 
