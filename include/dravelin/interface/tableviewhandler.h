@@ -96,10 +96,11 @@ public:
 
     /// @}
     /// \name Hooks
-    /// They do nothing here.
+    /// They do nothing here. A placeholder, which the table shows for an identifier that nobody registered, is not given to
+    /// those for views.
     /// @{
 
-    /// The view comes to show this row, and may still show another one.
+    /// The view comes to show this row, or only to be read out for it, and may still show another one.
     /// \operation{updateTableView:row:}
     virtual void updateTableView(QWidget *view, qsizetype row);
     /// The same for the view behind it. Its accessible name is "Row 1" and so on, unless changed here.

@@ -75,7 +75,7 @@ public:
     /// Asked of the table's delegate.
     /// @{
 
-    /// Asked when the row comes into view or is reloaded.
+    /// Asked when the row comes into view or is reloaded, and when assistive software reads out one that is not in view.
     /// \return a view from TableView::makeViewWithIdentifier(), filled for this row; by default null, which leaves
     /// the cell empty. Another widget is shown as well; the table takes it over and deletes it when it is not needed
     /// any more.
