@@ -14,6 +14,9 @@
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QStyleOptionFocusRect>
 
+#include <algorithm>
+#include <iterator>
+
 namespace dravelin {
 
 namespace {
@@ -29,6 +32,18 @@ QItemSelection selectionOf(const QAbstractItemModel &model, const IndexSet &rows
         selection.append({model.index(int(range.location), 0), model.index(int(last), lastColumn)});
     }
     return selection;
+}
+
+IndexSet united(const IndexSet &a, const IndexSet &b)
+{
+    QList<Range> ranges;
+    const auto isEarlier = [](Range one, Range other) { return one.location < other.location; };
+    std::merge(a.ranges().begin(), a.ranges().end(), b.ranges().begin(), b.ranges().end(), std::back_inserter(ranges),
+               isEarlier);
+    IndexSet all;
+    for (const Range &range : std::as_const(ranges))
+        all.insert(range);
+    return all;
 }
 
 } // namespace
@@ -76,12 +91,10 @@ void TableView::selectRowIndexes(const IndexSet &rows, bool byExtendingSelection
     const qsizetype end = dataSource() ? rowsOfSource() : numberOfRows();
     if (!self)
         return;
-    const QItemSelection selection = selectionOf(*model(), rows, std::min(end, numberOfRows()));
+    const auto select = [&](const IndexSet &all) { return selectionOf(*model(), all, std::min(end, numberOfRows())); };
+    const QItemSelection selection = select(rows);
     changeSelection([&] {
-        if (byExtendingSelection)
-            selectionModel()->select(selection, QItemSelectionModel::Select);
-        else
-            replaceSelection(selection);
+        replaceSelection(byExtendingSelection ? select(united(selectedRowIndexes(), rows)) : selection);
         if (selection.isEmpty())
             return;
         // The keyboard goes on from here; the table does not scroll to it.
