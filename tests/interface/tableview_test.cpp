@@ -111,11 +111,6 @@ TEST(TableViewTest, SelectsRows)
         step();
         EXPECT_EQ(table.selectedRowIndexes(), expected) << name;
     }
-    fixture.selections.clear();
-    table.deselectAll();
-    table.selectRowIndexes({1}, false);
-    table.selectRowIndexes({1}, false);
-    EXPECT_THAT(fixture.selections, ElementsAre(IndexSet{}, IndexSet{1})) << "once per change";
 }
 
 TEST(TableViewTest, KeepsPlaceAndSelectionWhenReloaded)
@@ -126,12 +121,12 @@ TEST(TableViewTest, KeepsPlaceAndSelectionWhenReloaded)
     IndexSet even, odd;
     for (quint64 row = 0; row < 1000; ++row)
         (row % 2 == 0 ? even : odd).insert(row);
-    for (const IndexSet &rows : {even, odd, odd, {3, 4, 900}})
+    for (const IndexSet &rows : {even, odd, odd, {3, 4, 900}, {3, 4, 900}})
         table.selectRowIndexes(rows, false);
     fixture.rows = 800;
     table.reloadData();
     EXPECT_EQ(table.verticalScrollBar()->value(), 6010);
-    EXPECT_THAT(fixture.selections, ElementsAre(even, odd, IndexSet{3, 4, 900}, IndexSet{3, 4}));
+    EXPECT_THAT(fixture.selections, ElementsAre(even, odd, IndexSet{3, 4, 900}, IndexSet{3, 4})) << "once per change";
 }
 
 namespace {
