@@ -65,13 +65,12 @@ int TableViewHandler::validateDrop(TableView *, qsizetype, DropOperation operati
 
 bool TableViewHandler::acceptDrop(TableView *, qsizetype row, DropOperation)
 {
-    const IndexSet rows = existing(m_dragged);
-    if (rows.isEmpty())
+    if (m_dragged.isEmpty())
         return false;
     if (m_reordersToDropRow)
-        moveRows(rows, row);
+        moveRows(m_dragged, row);
     else
-        gatherRows(rows);
+        gatherRows(existing(m_dragged));
     return true;
 }
 

@@ -23,7 +23,7 @@ void TableUtilities::selectRowRange(TableView *tableView, Range range)
 
 void TableUtilities::expandParentsOfItem(OutlineView *outlineView, const QModelIndex &item)
 {
-    QModelIndex parent = outlineView->parentForItem(item);
+    QPersistentModelIndex parent = outlineView->parentForItem(item); // expanding may bring in rows and sort them anew
     while (outlineView->isExpandable(parent)) {
         if (!outlineView->isItemExpanded(parent))
             outlineView->expandItem(parent);
@@ -33,10 +33,11 @@ void TableUtilities::expandParentsOfItem(OutlineView *outlineView, const QModelI
 
 void TableUtilities::selectItem(OutlineView *outlineView, const QModelIndex &item)
 {
+    const QPersistentModelIndex wanted(item);
     qsizetype row = outlineView->rowForItem(item);
     if (row < 0) {
         expandParentsOfItem(outlineView, item);
-        row = outlineView->rowForItem(item);
+        row = outlineView->rowForItem(wanted);
     }
     if (row >= 0)
         outlineView->selectRowIndexes(IndexSet{quint64(row)}, false);

@@ -5,6 +5,8 @@
 
 #include <dravelin/platform/log.h>
 
+#include "platform/viewpool.h"
+
 #include <QtCore/QUuid>
 
 #include <utility>
@@ -72,8 +74,9 @@ QWidget *TableViewHandler::viewForTableColumn(TableView *tableView, int, qsizety
         return nullptr;
     const QPointer<TableViewHandler> self(this);
     const QPointer<QWidget> view(tableView->makeViewWithIdentifier(m_viewIdentifier, this));
-    if (view && self)
-        updateTableView(view, row);
+    if (!self || detail::isPlaceholder(view))
+        return view;
+    updateTableView(view, row);
     if (view && self)
         Q_EMIT cellUpdated(view, row);
     return view;
@@ -85,7 +88,7 @@ QWidget *TableViewHandler::rowViewForRow(TableView *tableView, qsizetype row)
         return nullptr;
     const QPointer<TableViewHandler> self(this);
     const QPointer<QWidget> view(tableView->makeViewWithIdentifier(m_rowViewIdentifier, this));
-    if (!view || !self)
+    if (!self || detail::isPlaceholder(view))
         return view;
     view->setAccessibleName(tr("Row %1").arg(row + 1));
     updateTableRowView(view, row);

@@ -8,7 +8,6 @@
 #include "platform/viewpool.h"
 
 #include <QtCore/QScopeGuard>
-#include <QtWidgets/QLabel>
 
 #include <algorithm>
 
@@ -35,21 +34,6 @@ void highlight(QWidget *view, bool selected)
     for (const auto group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled})
         palette.setColor(group, QPalette::WindowText, palette.color(group, QPalette::HighlightedText));
     view->setPalette(palette);
-}
-
-QString readOut(const QWidget *view)
-{
-    if (!view->accessibleName().isEmpty())
-        return view->accessibleName();
-    if (const auto *label = qobject_cast<const QLabel *>(view))
-        return label->text();
-    QStringList texts;
-    const auto labels = view->findChildren<QLabel *>();
-    for (const QLabel *label : labels) {
-        if (!label->text().isEmpty())
-            texts.append(label->text());
-    }
-    return texts.join(u", "_s);
 }
 
 } // namespace
@@ -106,17 +90,21 @@ void CellViews::fill()
     retireOutside(span);
     m_stale = false;
     const Span wanted = rowsInSight();
+    bool hasNew = false;
     for (int number = wanted.first; number <= wanted.last; ++number) {
         if (find(number) || m_table.isRowHidden(number))
             continue;
         const bool filled = fillRow(number);
         if (!table)
             return;
+        hasNew = true;
         if (!filled)
             break;
     }
     m_pool.hideWaiting();
     place();
+    if (hasNew)
+        orderFocus();
 }
 
 CellViews::Span CellViews::rowsInSight() const
@@ -194,7 +182,10 @@ void CellViews::retireOutside(Span span)
         if (isInside(row))
             kept.push_back(std::move(row));
         else
-            row.forEach([this](QWidget *view) { m_pool.giveBack(view); });
+            row.forEach([this](QWidget *view) {
+                highlight(view, false); // whoever fills it for another row may give it colours
+                m_pool.giveBack(view);
+            });
     }
     m_rows = std::move(kept);
 }
@@ -249,35 +240,6 @@ bool CellViews::isSelected(const Row &row) const
     return m_table.selectionModel()->isSelected(m_table.model()->index(row.number, 0));
 }
 
-const CellViews::Row *CellViews::find(qsizetype row) const
-{
-    const auto earlier = [](const Row &other, qsizetype wanted) { return other.number < wanted; };
-    const auto found = std::lower_bound(m_rows.begin(), m_rows.end(), row, earlier);
-    return found != m_rows.end() && found->number == row ? &*found : nullptr;
-}
-
-QWidget *CellViews::viewAt(int column, qsizetype row) const
-{
-    const Row *found = find(row);
-    return found && column >= 0 && column < found->cells.size() ? found->cells[column].data() : nullptr;
-}
-
-QWidget *CellViews::rowViewAt(qsizetype row) const
-{
-    const Row *found = find(row);
-    return found ? found->background.data() : nullptr;
-}
-
-qsizetype CellViews::rowOf(const QWidget *view) const
-{
-    while (view && view->parentWidget() != m_table.viewport())
-        view = view->parentWidget();
-    qsizetype number = -1;
-    for (const Row &row : m_rows)
-        row.forEach([&](const QWidget *shown) { number = shown == view ? row.number : number; });
-    return view ? number : -1;
-}
-
 int CellViews::wantedHeight() const
 {
     int height = 0;
@@ -288,12 +250,6 @@ int CellViews::wantedHeight() const
         });
     }
     return height;
-}
-
-QString CellViews::textAt(int column, int row) const
-{
-    const QWidget *view = viewAt(column, row);
-    return view ? readOut(view) : QString();
 }
 
 } // namespace dravelin::detail

@@ -36,8 +36,8 @@ public:
     [[nodiscard]] qsizetype rowOf(const QWidget *view) const;
     /// What the first row's views ask for; 0 while there is none.
     [[nodiscard]] int wantedHeight() const;
-    /// What to read out: the name of the cell's view, or its texts.
-    [[nodiscard]] QString textAt(int column, int row) const;
+    /// What to read out. A row that is out of sight is filled for it into a view that nobody sees.
+    [[nodiscard]] QString textAt(int column, int row);
 
 private:
     struct Row
@@ -60,12 +60,15 @@ private:
     [[nodiscard]] const Row *find(qsizetype row) const;
     [[nodiscard]] bool isSelected(const Row &row) const;
     [[nodiscard]] bool isShown(const QWidget *view) const;
+    [[nodiscard]] const QWidget *viewAround(const QWidget *widget) const;
     void fill();
     bool fillRow(int number);
     bool makeViews(Row &row);
     bool take(QWidget *view, Row &row, QPointer<QWidget> &place);
     void takeFocusFrom(Span keeping) const;
     void retireOutside(Span span);
+    void orderFocus() const;
+    [[nodiscard]] std::pair<int, qsizetype> placeOf(const QWidget *view) const;
     void placeRow(const Row &row);
 
     TableView &m_table;

@@ -17,25 +17,28 @@ constexpr int mostWidth = 480;
 constexpr qreal opacity = 0.75;
 constexpr QPoint offset(24, 6); ///< from under the pointer, where the rows would hide the line that shows where they go
 
+/// The beginning of each, if it is too wide.
 QList<QRect> rowsInSight(const QTableView &table, const IndexSet &rows)
 {
     QList<QRect> rects;
     const QRect viewport = table.viewport()->rect();
+    const int width = std::min(viewport.width(), mostWidth);
+    const int x = table.isRightToLeft() ? viewport.width() - width : 0;
     const int last = table.rowAt(viewport.bottom());
     const int end = last < 0 ? table.model()->rowCount() : last + 1;
     for (int row = std::max(0, table.rowAt(0)); row < end && rects.size() < mostRows; ++row) {
         if (rows.contains(quint64(row)))
-            rects.append({0, table.rowViewportPosition(row), viewport.width(), table.rowHeight(row)});
+            rects.append({x, table.rowViewportPosition(row), width, table.rowHeight(row)});
     }
     return rects;
 }
 
-void drawRows(QPainter &painter, QWidget &viewport, const QList<QRect> &rects, int width)
+void drawRows(QPainter &painter, QWidget &viewport, const QList<QRect> &rects)
 {
     painter.setOpacity(opacity);
     int y = 0;
     for (const QRect &rect : rects) {
-        painter.drawPixmap(0, y, viewport.grab({rect.topLeft(), QSize(width, rect.height())}));
+        painter.drawPixmap(0, y, viewport.grab(rect));
         y += rect.height();
     }
     painter.setOpacity(1);
@@ -61,7 +64,7 @@ void drawBadge(QPainter &painter, const QWidget &table, quint64 count, int right
 DragPicture dragPicture(const QTableView &table, const IndexSet &rows, QPoint pointer)
 {
     const QList<QRect> rects = rowsInSight(table, rows);
-    QSize size(std::min(table.viewport()->width(), mostWidth), 0);
+    QSize size(rects.isEmpty() ? 0 : rects.first().width(), 0);
     for (const QRect &rect : rects)
         size.rheight() += rect.height();
     if (size.isEmpty())
@@ -70,10 +73,11 @@ DragPicture dragPicture(const QTableView &table, const IndexSet &rows, QPoint po
     pixmap.setDevicePixelRatio(table.devicePixelRatioF());
     pixmap.fill(Qt::transparent);
     QPainter painter(&pixmap);
-    drawRows(painter, *table.viewport(), rects, size.width());
+    drawRows(painter, *table.viewport(), rects);
     if (rows.count() > 1)
         drawBadge(painter, table, rows.count(), size.width());
-    return {pixmap, QPoint(std::min(pointer.x(), size.width() - 1), 0) - offset};
+    const int x = std::clamp(pointer.x() - rects.first().x(), 0, size.width() - 1);
+    return {pixmap, QPoint(x, 0) - offset};
 }
 
 } // namespace dravelin::detail

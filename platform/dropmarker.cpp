@@ -48,6 +48,10 @@ void DropMarker::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
+    if (isRightToLeft()) {
+        painter.translate(width(), 0);
+        painter.scale(-1, 1);
+    }
     // The pale rim keeps it visible on selected rows, which have the same colour.
     painter.setPen(QPen(palette().color(QPalette::Base), lineWidth + 2));
     drawMark(painter, rect(), m_operation);

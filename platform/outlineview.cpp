@@ -119,6 +119,13 @@ void OutlineView::selectRowIndexes(const IndexSet &rows, bool byExtendingSelecti
     });
     using Flag = QItemSelectionModel::SelectionFlag;
     selectionModel()->select(selection, (byExtendingSelection ? Flag::Select : Flag::ClearAndSelect) | Flag::Rows);
+    if (selection.isEmpty())
+        return;
+    // The keyboard goes on from here; the outline does not scroll to it.
+    const bool scrolls = hasAutoScroll();
+    setAutoScroll(false);
+    selectionModel()->setCurrentIndex(selection.last().topLeft(), Flag::NoUpdate);
+    setAutoScroll(scrolls);
 }
 
 IndexSet OutlineView::selectedRowIndexes() const

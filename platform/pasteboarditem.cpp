@@ -14,6 +14,7 @@ namespace dravelin {
 namespace {
 
 constexpr auto itemsType = "application/x-dravelin-pasteboard-items"_L1;
+constexpr quint32 mostTypes = 1000; ///< of an item that is read
 
 QByteArray toBytes(const QList<PasteboardItem> &items)
 {
@@ -39,6 +40,8 @@ QList<PasteboardItem> fromBytes(const QByteArray &bytes)
         quint32 count = 0;
         stream >> count;
         PasteboardItem item;
+        if (count > mostTypes)
+            break;
         for (quint32 index = 0; index < count && stream.status() == QDataStream::Ok; ++index) {
             QString type;
             QString text;

@@ -42,17 +42,18 @@ void TableView::dragSelectedRows()
         items.append(*item);
         rows.insert(row);
     }
-    TableViewDelegate *told = self ? dataSource() : nullptr;
-    if (rows.isEmpty() || !told)
+    // Who is told of the start is told of the end, even when the table has another data source by then.
+    const std::weak_ptr<TableViewDelegate> told = self ? m_dataSource : std::weak_ptr<TableViewDelegate>();
+    if (rows.isEmpty() || told.expired())
         return;
-    told->willBeginAtPoint(this, QCursor::pos(), rows);
+    told.lock()->willBeginAtPoint(this, QCursor::pos(), rows);
     if (!self)
         return;
     const Qt::DropAction action = prepareDrag(items, rows)->exec(Qt::MoveAction | Qt::CopyAction, Qt::MoveAction);
     if (!self)
         return;
     m_drops->leave();
-    if (TableViewDelegate *source = dataSource())
+    if (TableViewDelegate *source = told.lock().get())
         source->endedAtPoint(this, QCursor::pos(), int(action));
 }
 

@@ -14,7 +14,39 @@
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QStyleOptionFocusRect>
 
+#include <algorithm>
+#include <iterator>
+
 namespace dravelin {
+
+namespace {
+
+QItemSelection selectionOf(const QAbstractItemModel &model, const IndexSet &rows, qsizetype end)
+{
+    QItemSelection selection;
+    const int lastColumn = model.columnCount() - 1;
+    for (const Range &range : rows.ranges()) {
+        if (range.location >= quint64(end))
+            break;
+        const quint64 last = std::min(range.location + range.length, quint64(end)) - 1;
+        selection.append({model.index(int(range.location), 0), model.index(int(last), lastColumn)});
+    }
+    return selection;
+}
+
+IndexSet united(const IndexSet &a, const IndexSet &b)
+{
+    QList<Range> ranges;
+    const auto isEarlier = [](Range one, Range other) { return one.location < other.location; };
+    std::merge(a.ranges().begin(), a.ranges().end(), b.ranges().begin(), b.ranges().end(), std::back_inserter(ranges),
+               isEarlier);
+    IndexSet all;
+    for (const Range &range : std::as_const(ranges))
+        all.insert(range);
+    return all;
+}
+
+} // namespace
 
 /// Runs what may change the selection. The delegate is told when the outermost one is done, once, so that it may do
 /// what it likes, even delete the table.
@@ -55,26 +87,37 @@ void TableView::selectionChanged(const QItemSelection &selected, const QItemSele
 
 void TableView::selectRowIndexes(const IndexSet &rows, bool byExtendingSelection)
 {
-    QItemSelection selection;
-    const auto end = quint64(numberOfRows());
-    const int lastColumn = model()->columnCount() - 1;
-    for (const Range &range : rows.ranges()) {
-        if (range.location >= end)
-            break;
-        const quint64 last = std::min(range.location + range.length, end) - 1;
-        selection.append({model()->index(int(range.location), 0), model()->index(int(last), lastColumn)});
-    }
-    using Flag = QItemSelectionModel::SelectionFlag;
+    const QPointer<TableView> self(this);
+    const qsizetype end = dataSource() ? rowsOfSource() : numberOfRows();
+    if (!self)
+        return;
+    const auto select = [&](const IndexSet &all) { return selectionOf(*model(), all, std::min(end, numberOfRows())); };
+    const QItemSelection selection = select(rows);
     changeSelection([&] {
-        selectionModel()->select(selection, byExtendingSelection ? Flag::Select : Flag::ClearAndSelect);
+        replaceSelection(byExtendingSelection ? select(united(selectedRowIndexes(), rows)) : selection);
         if (selection.isEmpty())
             return;
         // The keyboard goes on from here; the table does not scroll to it.
         const bool scrolls = hasAutoScroll();
         setAutoScroll(false);
-        selectionModel()->setCurrentIndex(selection.last().topLeft(), Flag::NoUpdate);
+        selectionModel()->setCurrentIndex(selection.last().topLeft(), QItemSelectionModel::NoUpdate);
         setAutoScroll(scrolls);
     });
+}
+
+/// Where Qt compares each old range with each new one, many of both take too long; then the old ones go first.
+void TableView::replaceSelection(const QItemSelection &selection)
+{
+    constexpr qsizetype mostPairs = 100'000;
+    if (selection.size() * selectionModel()->selection().size() < mostPairs) {
+        selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
+        return;
+    }
+    const IndexSet before = selectedRowIndexes();
+    const bool hadChanged = m_selectionChanged;
+    selectionModel()->clearSelection();
+    selectionModel()->select(selection, QItemSelectionModel::Select);
+    m_selectionChanged = hadChanged || selectedRowIndexes() != before;
 }
 
 void TableView::deselectAll()
@@ -91,12 +134,17 @@ IndexSet TableView::selectedRowIndexes() const
     return rows;
 }
 
-void TableView::selectRowOf(const QWidget *focused)
+void TableView::followFocus(const QWidget *old, const QWidget *now)
 {
-    if (!focused || !focused->testAttribute(Qt::WA_InputMethodEnabled))
+    const qsizetype row = now ? rowForView(now) : -1;
+    if (row < 0)
         return;
-    const qsizetype row = rowForView(focused);
-    if (row >= 0 && !selectionModel()->isSelected(model()->index(int(row), 0)))
+    const QPointer<TableView> self(this);
+    const bool isTyping = now->testAttribute(Qt::WA_InputMethodEnabled);
+    // With Tab; what was clicked stays under the pointer, and another window's return changes nothing.
+    if (old && old->window() == window() && QGuiApplication::mouseButtons() == Qt::NoButton)
+        scrollRowToVisible(row);
+    if (self && isTyping && !selectionModel()->isSelected(model()->index(int(row), 0)))
         selectRowIndexes({quint64(row)}, false);
 }
 

@@ -46,7 +46,7 @@ TableView::TableView(QWidget *parent)
     horizontalHeader()->setStretchLastSection(true);
     connect(horizontalHeader(), &QHeaderView::sectionResized, this, [this] { m_cells->place(); });
     connect(horizontalHeader(), &QHeaderView::sectionMoved, this, [this] { m_cells->place(); });
-    connect(qApp, &QApplication::focusChanged, this, [this](QWidget *, QWidget *now) { selectRowOf(now); });
+    connect(qApp, &QApplication::focusChanged, this, [this](QWidget *old, QWidget *now) { followFocus(old, now); });
 }
 
 TableView::~TableView()
@@ -73,20 +73,31 @@ TableViewDelegate *TableView::dataSource() const { return m_dataSource.lock().ge
 void TableView::reloadData()
 {
     const QPointer<TableView> self(this);
-    TableViewDelegate *source = dataSource();
-    const qsizetype wanted = source ? std::max(qsizetype(0), source->numberOfRowsInTableView(this)) : 0;
+    const qsizetype wanted = rowsOfSource();
     if (!self)
         return;
-    // The widgets underneath count pixels in 32 bits.
-    const qsizetype most = std::numeric_limits<int>::max() / std::max(1, rowHeight()) - 1;
-    if (wanted > most)
-        logWarning(u"Table: shows %1 of %2 rows, which is as many as fit"_s.arg(most).arg(wanted));
     changeSelection([&] {
-        changeRows(int(std::min(wanted, most)));
+        changeRows(fitting(wanted, rowHeight()));
         m_cells->reload();
         if (self)
             updateCells();
     });
+}
+
+/// The table may be gone afterwards.
+qsizetype TableView::rowsOfSource()
+{
+    TableViewDelegate *source = dataSource();
+    return source ? std::max(qsizetype(0), source->numberOfRowsInTableView(this)) : 0;
+}
+
+/// As many of the rows as the widgets underneath, which count pixels in 32 bits, have room for.
+int TableView::fitting(qsizetype rows, int height) const
+{
+    const qsizetype most = std::numeric_limits<int>::max() / std::max(1, height) - 1;
+    if (rows > most)
+        logWarning(u"Table: shows %1 of %2 rows, which is as many as fit"_s.arg(most).arg(rows));
+    return int(std::min(rows, most));
 }
 
 void TableView::changeRows(int rows)
@@ -149,12 +160,14 @@ void TableView::adoptHeight(int height)
 {
     if (height == rowHeight())
         return;
-    {
+    const QPointer<TableView> self(this);
+    changeSelection([&] {
+        changeRows(fitting(numberOfRows(), height));
         const QScopedValueRollback changing(m_unsettled, true);
         verticalHeader()->setDefaultSectionSize(height);
-    }
-    const QPointer<TableView> self(this);
-    updateGeometries();
+    });
+    if (self)
+        updateGeometries();
     if (self)
         Q_EMIT rowHeightChanged();
 }

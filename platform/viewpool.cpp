@@ -11,6 +11,18 @@ using namespace Qt::StringLiterals;
 
 namespace dravelin::detail {
 
+namespace {
+
+class Placeholder : public QLabel
+{
+public:
+    explicit Placeholder(const QString &identifier) : QLabel(u"\u26a0 "_s + identifier) { setFrameShape(Box); }
+};
+
+} // namespace
+
+bool isPlaceholder(const QWidget *view) { return dynamic_cast<const Placeholder *>(view); }
+
 void adopt(QWidget *view, QWidget *viewport)
 {
     // Or they would become the viewport's, also for the views within, whose texts then miss the colour of selected rows.
@@ -65,9 +77,7 @@ std::unique_ptr<QWidget> ViewPool::placeholder(const QString &identifier, const 
         m_reported.insert(identifier);
         logWarning(u"Table: no view \"%1\", %2"_s.arg(identifier, cause));
     }
-    auto label = std::make_unique<QLabel>(u"\u26a0 "_s + identifier);
-    label->setFrameShape(QFrame::Box);
-    return label;
+    return std::make_unique<Placeholder>(identifier);
 }
 
 bool ViewPool::claim(QWidget *view) { return m_unclaimed.removeOne(view); }

@@ -48,6 +48,9 @@ private:
     QSet<QString> m_reported; ///< identifiers without a view
 };
 
+/// Whether the view only says that there is none for an identifier.
+[[nodiscard]] bool isPlaceholder(const QWidget *view);
+
 /// Puts a view into the viewport. Its texts keep to WindowText, so that selected rows can have another colour for them
 /// without changing text fields.
 void adopt(QWidget *view, QWidget *viewport);

@@ -205,30 +205,27 @@ TEST_F(HandlerDragTest, RefusesRowsOfAnotherTable)
 TEST_F(HandlerDragTest, MayEndInAnyWay)
 {
     handler->setReordersToDropRow(true);
-    table->selectRowIndexes({1, 2}, false);
-    EXPECT_TRUE(drag(1, table, 5, [] { point({u"key"_s, u"Escape"_s}); }));
-    EXPECT_EQ(handler->order(), u"abcdef"_s);
-    EXPECT_TRUE(handler->dragSelectedRowsIndexes().isEmpty());
-
-    EXPECT_TRUE(drag(1, table, 5, [this] {
-        handler->setSourceData(std::make_shared<QVariantList>(QVariantList{1, 2, 3, 4, 5}));
-        point({u"mouseup"_s, u"1"_s});
-    }));
-    EXPECT_EQ(handler->order(), u"12345"_s);
-    EXPECT_EQ(log.take().size(), 1);
-
-    table->selectRowIndexes({1, 2}, false);
-    EXPECT_TRUE(drag(1, table, 4, [this] {
-        handler->tableData().resize(2);
+    const auto dragTo = [this](int to, const IndexSet &rows, const std::function<void()> &finish) {
+        table->selectRowIndexes(rows, false);
+        EXPECT_TRUE(drag(int(rows.first().value_or(0)), table, to, finish)) << to;
+        EXPECT_TRUE(handler->dragSelectedRowsIndexes().isEmpty());
+        return handler->order();
+    };
+    const auto keep = [this](qsizetype rows) {
+        handler->tableData().resize(rows);
         handler->dataChanged();
         point({u"mouseup"_s, u"1"_s});
-    }));
-    EXPECT_EQ(handler->order(), u"12"_s);
-
-    table->selectRowIndexes({0}, false);
-    EXPECT_TRUE(drag(0, table, 2, [this] { delete table.data(); }));
+    };
+    EXPECT_EQ(dragTo(5, {1, 2}, [] { point({u"key"_s, u"Escape"_s}); }), u"abcdef"_s);
+    const auto replace = [&] {
+        handler->setSourceData(std::make_shared<QVariantList>(QVariantList{1, 2, 3, 4, 5}));
+        keep(5);
+    };
+    EXPECT_EQ(dragTo(5, {1, 2}, replace), u"12345"_s);
+    EXPECT_EQ(log.take().size(), 1);
+    EXPECT_EQ(dragTo(4, {1, 2}, [&] { keep(2); }), u"12"_s);
+    EXPECT_EQ(dragTo(1, {0}, [this] { delete table.data(); }), u"12"_s);
     EXPECT_FALSE(table);
-    EXPECT_EQ(handler->order(), u"12"_s);
     EXPECT_EQ(handler->drags, 4);
 }
 

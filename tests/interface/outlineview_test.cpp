@@ -5,6 +5,7 @@
 #include <dravelin/platform/outlineview.h>
 
 #include <QtGui/QStandardItemModel>
+#include <QtTest/QTest>
 
 #include <gtest/gtest.h>
 
@@ -88,4 +89,6 @@ TEST_F(OutlineTest, RevealsAndSelectsItems)
     EXPECT_EQ(outline.selectedRowIndexes(), (IndexSet{3, 5})) << "not shown";
     selectItem(&outline, item("b"));
     EXPECT_EQ(outline.selectedRowIndexes(), IndexSet{5});
+    QTest::keyClick(&outline, Qt::Key_Down);
+    EXPECT_EQ(outline.selectedRowIndexes(), IndexSet{6}) << "the keyboard goes on from there";
 }

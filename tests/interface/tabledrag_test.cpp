@@ -38,7 +38,11 @@ public:
         item.setString(QString::number(row), "rows");
         return item;
     }
-    void willBeginAtPoint(TableView *, QPointF, const IndexSet &rowsOfDrag) override { begun.push_back(rowsOfDrag); }
+    void willBeginAtPoint(TableView *view, QPointF, const IndexSet &rowsOfDrag) override
+    {
+        begun.push_back(rowsOfDrag);
+        view->setDataSource(nullptr);
+    }
     void endedAtPoint(TableView *, QPointF, int operation) override { ended.push_back(operation); }
 
     /// Enters the table first, without which it is sent nothing.
@@ -195,8 +199,9 @@ TEST(TableDragTest, DragsTheSelectedRowsThatHaveSomethingToCarry)
     table.selectRowIndexes({1, 2, 4}, false);
     drag(1, 6);
     EXPECT_THAT(fixture.begun, ElementsAre(IndexSet{1, 4}));
-    EXPECT_THAT(fixture.ended, ElementsAre(0)) << "this platform carries nothing out";
+    EXPECT_THAT(fixture.ended, ElementsAre(0)) << "this platform carries nothing out; told although replaced meanwhile";
     EXPECT_EQ(table.selectedRowIndexes(), (IndexSet{1, 2, 4}));
+    table.setDataSource(&fixture);
     drag(2, 5);
     EXPECT_EQ(fixture.begun.size(), 1U) << "a row without anything selects";
 }

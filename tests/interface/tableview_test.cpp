@@ -8,8 +8,6 @@
 #include <QtCore/QFile>
 #include <QtCore/QTemporaryDir>
 #include <QtGui/QAccessible>
-#include <QtTest/QSignalSpy>
-#include <QtWidgets/QHeaderView>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QPushButton>
 
@@ -39,6 +37,11 @@ TEST(TableViewTest, ShowsTheRowsInSightAtOnceAndReusesTheirViews)
     TableFixture fixture(1'000'000, 3);
     TableView &table = *fixture.table;
     QScrollBar &bar = *table.verticalScrollBar();
+    const auto reload = [&](qsizetype rows, qsizetype shift = 0) {
+        fixture.rows = rows;
+        fixture.shift = shift;
+        table.reloadData();
+    };
     const std::vector<std::pair<const char *, std::function<void()>>> steps{
         {"shown", [] {}},
         {"a line", [&] { bar.setValue(bar.value() + 20); }},
@@ -46,35 +49,17 @@ TEST(TableViewTest, ShowsTheRowsInSightAtOnceAndReusesTheirViews)
         {"back", [&] { bar.setValue(bar.value() - 13); }},
         {"jump", [&] { bar.setValue(10'000'003); }},
         {"end", [&] { bar.setValue(bar.maximum()); }},
-        {"contents changed",
-         [&] {
-             fixture.shift = 5;
-             table.reloadData();
-         }},
-        {"fewer rows",
-         [&] {
-             fixture.rows = 500;
-             table.reloadData();
-         }},
-        {"few rows",
-         [&] {
-             fixture.rows = 3;
-             table.reloadData();
-         }},
-        {"none",
-         [&] {
-             fixture.rows = 0;
-             table.reloadData();
-         }},
-        {"many",
-         [&] {
-             fixture.rows = 1'000'000;
-             table.reloadData();
-         }},
+        {"contents changed", [&] { reload(1'000'000, 5); }},
+        {"fewer rows", [&] { reload(500); }},
+        {"few rows", [&] { reload(3); }},
+        {"none", [&] { reload(0); }},
+        {"many", [&] { reload(1'000'000); }},
         {"smaller", [&] { table.resize(300, 120); }},
         {"larger", [&] { table.resize(400, 500); }},
         {"a wider column", [&] { table.setColumnWidth(0, 170); }},
+        {"right to left", [&] { table.setLayoutDirection(Qt::RightToLeft); }},
         {"higher rows", [&] { table.setRowHeight(33); }},
+        {"too high for so many", [&] { table.setRowHeight(1 << 20); }},
     };
     for (const auto &[name, step] : steps) {
         step();
@@ -83,67 +68,42 @@ TEST(TableViewTest, ShowsTheRowsInSightAtOnceAndReusesTheirViews)
         EXPECT_EQ(fixture.misplaced(), QString()) << name << ", and later";
         EXPECT_LT(fixture.labels(), 100) << name;
     }
-}
-
-TEST(TableViewTest, KeepsPlaceAndSelectionWhenReloaded)
-{
-    TableFixture fixture(1000);
-    TableView &table = *fixture.table;
-    table.verticalScrollBar()->setValue(6010);
-    table.selectRowIndexes({3, 4, 900}, false);
-    fixture.rows = 800;
-    table.reloadData();
-    EXPECT_EQ(table.verticalScrollBar()->value(), 6010);
-    EXPECT_THAT(fixture.selections, ElementsAre(IndexSet{3, 4, 900}, IndexSet{3, 4}));
+    EXPECT_LE(table.numberOfRows(), (1 << 11)) << "as many as 32 bits can count pixels of";
 }
 
 TEST(TableViewTest, SelectsRows)
 {
     TableFixture fixture(10);
     TableView &table = *fixture.table;
-    const std::vector<std::tuple<const char *, std::function<void()>, IndexSet>> steps{
-        {"rows",
-         [&] {
-             table.selectRowIndexes({1, 3, 4}, false);
-         },
-         {1, 3, 4}},
-        {"more",
-         [&] {
-             table.selectRowIndexes({2, 6}, true);
-         },
-         {1, 2, 3, 4, 6}},
-        {"none more", [&] { table.selectRowIndexes({}, true); }, {1, 2, 3, 4, 6}},
-        {"partly beyond the end",
-         [&] {
-             table.selectRowIndexes(IndexSet(Range{8, 5}), false);
-         },
-         {8, 9}},
-        {"beyond the end",
-         [&] {
-             table.selectRowIndexes(IndexSet(Range{10, 3}), false);
-         },
-         {}},
+    const auto select = [&](const IndexSet &rows, bool extending = false) {
+        return [&table, rows, extending] { table.selectRowIndexes(rows, extending); };
+    };
+    const auto range = [&](quint64 location, quint64 length) {
+        return [&table, location, length] { selectRowRange(&table, {location, length}); };
+    };
+    const auto press = [&](int row, Qt::KeyboardModifiers modifiers = {}) {
+        return [&table, row, modifiers] { QTest::mouseClick(table.viewAtColumn(0, row), Qt::LeftButton, modifiers); };
+    };
+    const struct
+    {
+        const char *name;
+        std::function<void()> step;
+        IndexSet expected;
+    } steps[] = {
+        {"rows", select({1, 3, 4}), {1, 3, 4}},
+        {"more", select({2, 6}, true), {1, 2, 3, 4, 6}},
+        {"none more", select({}, true), {1, 2, 3, 4, 6}},
+        {"partly beyond the end", select(IndexSet(Range{8, 5})), {8, 9}},
+        {"beyond the end", select(IndexSet(Range{10, 3})), {}},
         {"one", [&] { selectRow(&table, 4); }, {4}},
         {"a row that does not exist", [&] { selectRow(&table, 10); }, {}},
-        {"a range",
-         [&] {
-             selectRowRange(&table, {2, 3});
-         },
-         {2, 3, 4}},
-        {"a huge range",
-         [&] {
-             selectRowRange(&table, {7, ~0ULL});
-         },
-         {7, 8, 9}},
+        {"a range", range(2, 3), {2, 3, 4}},
+        {"a huge range", range(7, ~0ULL), {7, 8, 9}},
         {"a negative row", [&] { selectRow(&table, -1); }, {}},
-        {"an empty range",
-         [&] {
-             selectRowRange(&table, {2, 0});
-         },
-         {}},
-        {"click", [&] { QTest::mouseClick(table.viewAtColumn(0, 5), Qt::LeftButton); }, {5}},
-        {"Shift", [&] { QTest::mouseClick(table.viewAtColumn(0, 7), Qt::LeftButton, Qt::ShiftModifier); }, {5, 6, 7}},
-        {"Ctrl", [&] { QTest::mouseClick(table.viewAtColumn(0, 6), Qt::LeftButton, Qt::ControlModifier); }, {5, 7}},
+        {"an empty range", range(2, 0), {}},
+        {"click", press(5), {5}},
+        {"Shift", press(7, Qt::ShiftModifier), {5, 6, 7}},
+        {"Ctrl", press(6, Qt::ControlModifier), {5, 7}},
         {"down", [&] { QTest::keyClick(&table, Qt::Key_Down); }, {7}},
         {"Shift up", [&] { QTest::keyClick(&table, Qt::Key_Up, Qt::ShiftModifier); }, {6, 7}},
     };
@@ -151,18 +111,22 @@ TEST(TableViewTest, SelectsRows)
         step();
         EXPECT_EQ(table.selectedRowIndexes(), expected) << name;
     }
-    const QPalette palette = table.palette();
-    const auto colorOf = [&](int row) {
-        const QWidget *view = table.viewAtColumn(0, row);
-        return view->palette().color(view->foregroundRole());
-    };
-    EXPECT_EQ(colorOf(6), palette.highlightedText().color());
-    EXPECT_EQ(colorOf(5), palette.windowText().color());
-    fixture.selections.clear();
-    table.deselectAll();
-    table.selectRowIndexes({1}, false);
-    table.selectRowIndexes({1}, false);
-    EXPECT_THAT(fixture.selections, ElementsAre(IndexSet{}, IndexSet{1})) << "once per change";
+}
+
+TEST(TableViewTest, KeepsPlaceAndSelectionWhenReloaded)
+{
+    TableFixture fixture(1000);
+    TableView &table = *fixture.table;
+    table.verticalScrollBar()->setValue(6010);
+    IndexSet even, odd;
+    for (quint64 row = 0; row < 1000; ++row)
+        (row % 2 == 0 ? even : odd).insert(row);
+    for (const IndexSet &rows : {even, odd, odd, {3, 4, 900}, {3, 4, 900}})
+        table.selectRowIndexes(rows, false);
+    fixture.rows = 800;
+    table.reloadData();
+    EXPECT_EQ(table.verticalScrollBar()->value(), 6010);
+    EXPECT_THAT(fixture.selections, ElementsAre(even, odd, IndexSet{3, 4, 900}, IndexSet{3, 4})) << "once per change";
 }
 
 namespace {
@@ -170,65 +134,120 @@ namespace {
 class Form : public QWidget
 {
 public:
-    QPushButton *button = new QPushButton("ok", this);
+    QPushButton *button = new QPushButton("&ok", this);
     QLineEdit *edit = new QLineEdit(this);
+    QLabel *label = new QLabel("said", this);
 
-    Form() { edit->move(60, 0); }
+    Form()
+    {
+        edit->move(60, 0);
+        label->move(160, 0);
+    }
     [[nodiscard]] QSize sizeHint() const override { return {200, 60}; }
 };
 
-class FormDelegate : public TableViewDelegate
+class FormTable : public TableViewDelegate
 {
 public:
+    FormTable()
+    {
+        table.registerView<Form>("form");
+        table.registerView<QFrame>("back");
+        table.setDelegate(this);
+        table.setDataSource(this);
+        table.resize(300, 200);
+        table.show();
+        table.reloadData();
+    }
     qsizetype numberOfRowsInTableView(TableView *) override { return 100; }
-    QWidget *viewForTableColumn(TableView *table, int, qsizetype) override
+    /// Which is a view of the first column's in any other.
+    QWidget *viewForTableColumn(TableView *view, int column, qsizetype row) override
     {
-        return table->makeViewWithIdentifier("form");
+        if (column == 0)
+            m_last = dynamic_cast<Form *>(view->makeViewWithIdentifier("form"));
+        onFill(*m_last, row);
+        return m_last;
     }
-    QWidget *rowViewForRow(TableView *table, qsizetype row) override
+    QWidget *rowViewForRow(TableView *view, qsizetype row) override
     {
-        return row < 2 ? table->makeViewWithIdentifier("back") : nullptr;
+        return row < 2 ? view->makeViewWithIdentifier("back") : nullptr;
     }
+    [[nodiscard]] const Form &form(int row) const { return dynamic_cast<const Form &>(*table.viewAtColumn(0, row)); }
+
+    TableView table;
+    std::function<void(Form &, qsizetype)> onFill = [](Form &, qsizetype) {};
+
+private:
+    Form *m_last = nullptr;
 };
 
 } // namespace
 
 TEST(TableViewTest, CellsMayHaveButtonsAndTextFields)
 {
-    TableView table;
-    FormDelegate delegate;
-    table.registerView<Form>("form");
-    table.registerView<QFrame>("back");
-    table.setDelegate(&delegate);
-    table.setDataSource(&delegate);
-    table.resize(300, 200);
-    table.show();
-    table.reloadData();
+    FormTable forms;
+    TableView &table = forms.table;
     table.activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&table));
-    auto *form = dynamic_cast<Form *>(table.viewAtColumn(0, 1));
-    ASSERT_TRUE(form);
-    EXPECT_EQ(table.rowHeight(),
-              std::max(table.fontMetrics().height(), form->sizeHint().height()) > 0 ? table.rowHeight() : 0);
+    const Form &form = forms.form(1);
+    EXPECT_EQ(table.rowHeight(), form.sizeHint().height());
     qsizetype clicked = -1;
-    QObject::connect(form->button, &QPushButton::clicked, [&] { clicked = table.rowForView(form->button); });
-    QTest::mouseClick(form->button, Qt::LeftButton);
+    QObject::connect(form.button, &QPushButton::clicked, [&] { clicked = table.rowForView(form.button); });
+    QTest::mouseClick(form.button, Qt::LeftButton);
     EXPECT_EQ(clicked, 1);
     EXPECT_TRUE(table.selectedRowIndexes().isEmpty());
-    QTest::mouseClick(form->edit, Qt::LeftButton);
-    form->edit->setFocus();
+    QTest::mouseClick(form.edit, Qt::LeftButton);
+    form.edit->setFocus();
     EXPECT_EQ(table.selectedRowIndexes(), IndexSet{1}) << "typing selects the row";
     qsizetype edited = -1;
-    QObject::connect(form->edit, &QLineEdit::editingFinished, [&] { edited = table.rowForView(form->edit); });
-    QTest::keyClicks(form->edit, "text");
+    QObject::connect(form.edit, &QLineEdit::editingFinished, [&] { edited = table.rowForView(form.edit); });
+    QTest::keyClicks(form.edit, "text");
     table.verticalScrollBar()->setValue(table.verticalScrollBar()->maximum());
     EXPECT_EQ(edited, 1) << "delivered before the view is used again";
     table.verticalScrollBar()->setValue(0);
-    ASSERT_TRUE(table.rowViewAtRow(1));
-    EXPECT_EQ(table.rowViewAtRow(1)->geometry(),
-              QRect(0, table.rowHeight(), table.viewport()->width(), table.rowHeight()));
-    EXPECT_EQ(table.viewport()->childAt(table.viewport()->width() - 2, table.rowHeight() + 2), table.viewAtColumn(0, 1))
-        << "cells lie above";
+    EXPECT_EQ(table.rowViewAtRow(1)->geometry(), QRect(0, 60, table.viewport()->width(), 60));
+    EXPECT_EQ(table.viewport()->childAt(table.viewport()->width() - 2, 62), table.viewAtColumn(0, 1)) << "above it";
+}
+
+TEST(TableViewTest, TabGoesThroughTheRowsInSight)
+{
+    FormTable forms;
+    TableView &table = forms.table;
+    table.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&table));
+    for (int y = 10; y < 500; y += 60)
+        table.verticalScrollBar()->setValue(y); // ends with a part of row 8, 9, 10 and a part of row 11
+    table.setFocus();
+    std::vector<qsizetype> rows;
+    for (int step = 0; step < 9; ++step) {
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        rows.push_back(table.rowForView(QApplication::focusWidget()));
+    }
+    EXPECT_THAT(rows, ElementsAre(8, 8, 9, 9, 10, 10, 11, 11, -1));
+    EXPECT_EQ(table.visualRect(table.model()->index(11, 0)).bottom(), table.viewport()->height() - 1) << "wholly shown";
+}
+
+TEST(TableViewTest, CellsHaveTheirOwnColoursAndThoseOfSelectedRows)
+{
+    FormTable forms;
+    TableView &table = forms.table;
+    const auto colorOf = [&](int row) { return forms.form(row).label->palette().windowText().color(); };
+    const QColor normal = colorOf(0), red(200, 0, 0);
+    selectRowRange(&table, {0, 60});
+    EXPECT_EQ(colorOf(0), table.palette().highlightedText().color());
+    forms.onFill = [&](Form &form, qsizetype row) {
+        QPalette palette;
+        if (row % 2 == 1)
+            palette.setColor(QPalette::WindowText, red);
+        form.setPalette(palette);
+    };
+    for (int row : {20, 61})
+        table.verticalScrollBar()->setValue(60 * row);
+    EXPECT_EQ(colorOf(61), red) << "its view was one of a selected row";
+    EXPECT_EQ(colorOf(62), normal);
+    selectRowRange(&table, {61, 2});
+    table.deselectAll();
+    EXPECT_EQ(colorOf(61), red);
 }
 
 TEST(TableViewTest, MakesViewsByIdentifier)
@@ -264,23 +283,9 @@ TEST(TableViewTest, MakesViewsByIdentifier)
 
 TEST(TableViewTest, OneViewIsInOneCellOnly)
 {
-    class Stubborn : public FormDelegate
-    {
-    public:
-        QWidget *last = nullptr;
-
-        QWidget *viewForTableColumn(TableView *table, int column, qsizetype) override
-        {
-            return column == 0 ? last = table->makeViewWithIdentifier("label") : last;
-        }
-    };
     LogRecorder log;
-    TableView table;
-    Stubborn delegate;
-    table.registerView<QLabel>("label");
-    table.registerView<QFrame>("back");
-    table.setDelegate(&delegate);
-    table.setDataSource(&delegate);
+    FormTable forms;
+    TableView &table = forms.table;
     table.addTableColumn({});
     table.addTableColumn({});
     table.reloadData();
@@ -292,26 +297,26 @@ TEST(TableViewTest, OneViewIsInOneCellOnly)
 
 TEST(TableViewTest, CellsAreReadOut)
 {
-    TableFixture fixture(5, 2);
-    QAccessibleInterface *table = QAccessible::queryAccessibleInterface(fixture.table);
+    FormTable forms;
+    forms.onFill = [](Form &form, qsizetype row) {
+        form.edit->setText(QString::number(row));
+        form.label->setVisible(row != 1);
+    };
+    forms.table.reloadData();
+    QAccessibleInterface *table = QAccessible::queryAccessibleInterface(&forms.table);
     ASSERT_TRUE(table && table->tableInterface());
-    EXPECT_EQ(table->tableInterface()->cellAt(2, 1)->text(QAccessible::Name), "2/1");
-    fixture.table->viewAtColumn(1, 2)->setAccessibleName("third");
-    EXPECT_EQ(table->tableInterface()->cellAt(2, 1)->text(QAccessible::Name), "third");
+    const auto nameOf = [&](int row) { return table->tableInterface()->cellAt(row, 0)->text(QAccessible::Name); };
+    const auto views = forms.table.viewport()->children().size();
+    for (const auto &[row, name] :
+         {std::pair(0, "ok, 0, said"), {1, "ok, 1"}, {70, "ok, 70, said"}, {99, "ok, 99, said"}})
+        EXPECT_EQ(nameOf(row), name);
+    EXPECT_LE(forms.table.viewport()->children().size(), views + 1) << "one for all rows out of sight";
+    forms.table.viewAtColumn(0, 2)->setAccessibleName("third");
+    EXPECT_EQ(nameOf(2), "third");
 }
 
 TEST(TableViewTest, CallbacksMayReloadOrDeleteAnything)
 {
-    {
-        TableFixture fixture(1000);
-        auto gone = std::make_unique<TableViewDelegate>();
-        fixture.table->setDelegate(gone.get());
-        gone.reset();
-        EXPECT_EQ(fixture.table->delegate(), nullptr);
-        fixture.table->reloadData();
-        fixture.table->selectRowIndexes({1}, false);
-        EXPECT_TRUE(fixture.selections.empty());
-    }
     {
         TableFixture fixture(1000);
         int fills = 0;

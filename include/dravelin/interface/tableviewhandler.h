@@ -97,10 +97,11 @@ public:
 
     /// @}
     /// \name Hooks
-    /// They do nothing here.
+    /// They do nothing here. A placeholder, which the table shows for an identifier that nobody registered, is not given to
+    /// those for views.
     /// @{
 
-    /// The view comes to show this row, and may still show another one.
+    /// The view comes to show this row, or only to be read out for it, and may still show another one.
     /// \operation{updateTableView:row:}
     virtual void updateTableView(QWidget *view, qsizetype row);
     /// The same for the view behind it. Its accessible name is "Row 1" and so on, unless changed here.
@@ -135,7 +136,8 @@ public:
     /// pointers to objects by address, lists and maps by what is in them, other values by their type's ==. The table
     /// is then told to select as many rows as were dragged, beginning behind the last one; as they do not exist, nothing
     /// is selected.
-    /// \return whether rows were dropped: not without a drag of them, nor when all of them vanished meanwhile
+    /// Rows that vanished during the drag are left out.
+    /// \return whether there is such a drag
     /// \cost linear in the number of rows for numbers, texts, bytes, dates, URLs, UUIDs, pointers, lists and maps of
     /// them; other types with an order take the logarithm of the number of dragged rows besides; any other type is
     /// compared with each dragged row

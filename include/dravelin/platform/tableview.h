@@ -34,7 +34,8 @@ class ViewPool;
 ///     table.reloadData();
 ///
 /// Rows are selected as a whole. Clicks that a cell's widgets do not take for themselves select its row; a text field
-/// that gets the focus does so as well. Cells of selected rows have the palette's HighlightedText as WindowText.
+/// that gets the focus does so as well. Cells of selected rows have the palette's HighlightedText as WindowText. Tab goes
+/// through the widgets of the rows in sight, from top to bottom, and then on.
 ///
 /// The model is the table's own and has no texts; setModel() and setIndexWidget() are not supported.
 class DRAVELIN_EXPORT TableView : public QTableView
@@ -130,7 +131,8 @@ public:
     /// \name Selection
     /// @{
 
-    /// Selects the rows, in place of or in addition to those that are; rows that do not exist are left out.
+    /// Selects the rows, in place of or in addition to those that are. Rows that the table or its data source does not have
+    /// (any more) are left out.
     /// \operation{selectRowIndexes:byExtendingSelection:}
     void selectRowIndexes(const IndexSet &rows, bool byExtendingSelection);
     /// \operation{deselectAll:}
@@ -149,6 +151,8 @@ public:
     /// \operation{registeredDraggedTypes}
     [[nodiscard]] QStringList registeredDraggedTypes() const { return m_draggedTypes; }
     /// What the drag carries that is over the table, within validateDrop() and acceptDrop(); otherwise nothing.
+    /// \cost all that it carries, in all formats, is read, from another program if it is one's: better once, in
+    /// acceptDrop(), than on every move
     [[nodiscard]] QList<PasteboardItem> draggedItems() const;
 
     /// @}
@@ -176,11 +180,14 @@ protected:
 private:
     void changeSelection(const std::function<void()> &change);
     void tellSelection();
+    void replaceSelection(const QItemSelection &selection);
+    [[nodiscard]] qsizetype rowsOfSource();
+    [[nodiscard]] int fitting(qsizetype rows, int height) const;
     void changeRows(int rows);
     void updateCells();
     void adoptHeight(int height);
     void paintRow(QPainter &painter, int row);
-    void selectRowOf(const QWidget *focused);
+    void followFocus(const QWidget *old, const QWidget *now);
     void dragSelectedRows();
     [[nodiscard]] QDrag *prepareDrag(const QList<PasteboardItem> &items, const IndexSet &rows);
 

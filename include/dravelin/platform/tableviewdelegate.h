@@ -39,7 +39,7 @@ public:
     /// Asked of the table's data source.
     /// @{
 
-    /// Asked by reloadData(). By default, and when less than 0, there are none.
+    /// Asked by reloadData() and selectRowIndexes(). By default, and when less than 0, there are none.
     /// \operation{numberOfRowsInTableView:}
     [[nodiscard]] virtual qsizetype numberOfRowsInTableView(TableView *tableView);
 
@@ -75,7 +75,7 @@ public:
     /// Asked of the table's delegate.
     /// @{
 
-    /// Asked when the row comes into view or is reloaded.
+    /// Asked when the row comes into view or is reloaded, and when assistive software reads out one that is not in view.
     /// \return a view from TableView::makeViewWithIdentifier(), filled for this row; by default null, which leaves
     /// the cell empty. Another widget is shown as well; the table takes it over and deletes it when it is not needed
     /// any more.
