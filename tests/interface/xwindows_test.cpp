@@ -1,0 +1,262 @@
+// SPDX-FileCopyrightText: Dravelin contributors
+// SPDX-License-Identifier: MIT
+
+// The windows of a real X server, which the test starts.
+
+#include <dravelin/platform/display.h>
+
+#include "platform/xwindowlist.h"
+
+#include <support/desktop.h>
+#include <support/printers.h>
+
+#include <gtest/gtest.h>
+
+#include <QtCore/QAbstractEventDispatcher>
+#include <QtCore/QFileInfo>
+#include <QtCore/QProcess>
+#include <QtCore/QRandomGenerator>
+#include <QtCore/QTimer>
+#include <QtTest/QTest>
+
+#include <algorithm>
+#include <array>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <utility>
+#include <vector>
+
+using namespace dravelin;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QList<WindowInfo> windowList() { return DisplayService::current()->windowList(); }
+bool becomes(const std::function<bool()> &condition) { return QTest::qWaitFor(condition, 30'000); }
+
+/// Where windows are listened to.
+void inEventLoop(const std::function<void()> &function)
+{
+    QEventLoop loop;
+    QTimer::singleShot(0, &loop, [&] {
+        function();
+        loop.quit();
+    });
+    loop.exec();
+}
+
+/// An application with bare windows, some of them within others.
+class Client
+{
+public:
+    explicit Client(size_t count)
+    {
+        for (windows.resize(count); xcb_window_t & window : windows)
+            window = open();
+        server.synchronise();
+    }
+    xcb_window_t open()
+    {
+        const xcb_window_t window = xcb_generate_id(server.get());
+        xcb_create_window(server.get(), XCB_COPY_FROM_PARENT, window, server.root(), 5, 5, 50, 50, 0,
+                          XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, 0, nullptr);
+        xcb_map_window(server.get(), window);
+        return window;
+    }
+    void set(xcb_window_t window, xcb_atom_t property, const Cards &cards)
+    {
+        xcb_change_property(server.get(), XCB_PROP_MODE_REPLACE, window, property, XCB_ATOM_CARDINAL, 32,
+                            quint32(cards.size()), cards.data());
+        server.synchronise();
+    }
+    void configure(xcb_window_t window, quint16 what, const Cards &values)
+    {
+        xcb_configure_window(server.get(), window, what, values.data());
+    }
+    void changeSomething(QRandomGenerator &random)
+    {
+        xcb_window_t &window = windows[random() % windows.size()];
+        const xcb_window_t other = windows[random() % windows.size()];
+        const quint32 x = random() % 200, y = random() % 200;
+        switch (random() % 9) {
+        case 0:
+            return configure(window, XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_HEIGHT, {x, y + 1});
+        case 1:
+            return configure(window, XCB_CONFIG_WINDOW_STACK_MODE, {x % 2});
+        case 2:
+            return void(x % 2 ? xcb_map_window(server.get(), window) : xcb_unmap_window(server.get(), window));
+        case 3: // the server refuses a window within itself
+            xcb_reparent_window(server.get(), window, x % 8 ? other : server.root(), qint16(x), qint16(y));
+            return void(xcb_map_window(server.get(), window));
+        case 4:
+            if (x % 8 == 0)
+                xcb_destroy_window(server.get(), std::exchange(window, open()));
+            return;
+        case 5:
+            xcb_delete_property(server.get(), server.root(), server.atom(XAtom::ClientListStacking));
+            return set(server.root(), x % 8 ? server.atom(XAtom::ClientListStacking) : xcb_atom_t(XCB_ATOM_WM_HINTS),
+                       {windows.begin() + ptrdiff_t(y % windows.size()), windows.end()});
+        case 6:
+            return set(window, XCB_ATOM_WM_NAME, {'a' + x % 26});
+        case 7: {
+            static constexpr std::array properties{XAtom::WmName, XAtom::FrameExtents, XAtom::StrutPartial,
+                                                   XAtom::Strut,  XAtom::WmState,      XAtom::WindowType};
+            const auto value = [&](XAtom name) { return x % 2 ? server.atom(name) : random() % 9; };
+            return set(window, server.atom(properties[y % properties.size()]),
+                       {value(XAtom::Hidden), value(XAtom::FullScreen), 0xFFFFFFFF, value(XAtom::Dock)});
+        }
+        default: // nothing that matters
+            return set(window, XCB_ATOM_WM_COMMAND, {x});
+        }
+    }
+    /// By whichever client.
+    [[nodiscard]] bool isListenedTo(xcb_window_t window) const
+    {
+        const detail::XcbReply<xcb_get_window_attributes_reply_t> reply(
+            xcb_get_window_attributes_reply(server.get(), xcb_get_window_attributes(server.get(), window), nullptr));
+        return reply && (reply->all_event_masks & XCB_EVENT_MASK_PROPERTY_CHANGE);
+    }
+
+    const XConnection server;
+    std::vector<xcb_window_t> windows;
+};
+
+/// Names a display by `DISPLAY` while it lives.
+class DisplayName
+{
+public:
+    explicit DisplayName(const QByteArray &name) : m_before(qgetenv("DISPLAY")) { qputenv("DISPLAY", name); }
+    ~DisplayName() { m_before.isEmpty() ? qunsetenv("DISPLAY") : qputenv("DISPLAY", m_before); }
+    Q_DISABLE_COPY_MOVE(DisplayName)
+
+private:
+    QByteArray m_before;
+};
+
+class XWindowsTest : public testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        if (!arePrograms({u"Xvfb"_s}))
+            GTEST_SKIP() << "there is no Xvfb to run an X server";
+        ASSERT_FALSE(server.emplace().name().isEmpty()) << "Xvfb did not start";
+        name = std::make_unique<DisplayName>(server->name());
+    }
+    void TearDown() override
+    {
+        for (const auto &application : applications) {
+            application->kill();
+            application->waitForFinished();
+        }
+    }
+
+    std::optional<XServer> server;
+    std::unique_ptr<DisplayName> name;
+    std::vector<std::unique_ptr<QProcess>> applications;
+
+    void openWindow(const QStringList &arguments)
+    {
+        applications.push_back(std::make_unique<QProcess>());
+        applications.back()->start(QStringLiteral(X_CLIENT), arguments);
+    }
+    static WindowInfo find(const QString &title)
+    {
+        const QList<WindowInfo> windows = windowList();
+        const auto found = std::find_if(windows.begin(), windows.end(), [&](auto &w) { return w.name == title; });
+        return found == windows.end() ? WindowInfo() : *found;
+    }
+};
+
+} // namespace
+
+TEST_F(XWindowsTest, AreListedFrontToBackWithTheirOwners)
+{
+    EXPECT_TRUE(windowList().isEmpty());
+    openWindow({u"Überschrift"_s, u"10"_s, u"20"_s, u"300"_s, u"200"_s});
+    ASSERT_TRUE(becomes([] { return windowList().size() == 1; }));
+    openWindow({u"front"_s, u"50"_s, u"60"_s, u"70"_s, u"80"_s});
+    ASSERT_TRUE(becomes([] { return windowList().size() == 2; }));
+    const QList<WindowInfo> windows = windowList();
+    EXPECT_EQ(windows[0].name, u"front"_s);
+    EXPECT_EQ(windows[0].bounds, QRect(50, 60, 70, 80));
+    EXPECT_EQ(windows[1].name, u"Überschrift"_s);
+    EXPECT_EQ(windows[1].bounds, QRect(10, 20, 300, 200));
+    EXPECT_EQ(windows[1].processId, applications[0]->processId());
+    EXPECT_EQ(windows[1].ownerName, QFileInfo(QStringLiteral(X_CLIENT)).fileName());
+    EXPECT_FALSE(windows[1].isFullScreen || windows[1].isDock);
+}
+
+TEST_F(XWindowsTest, AreDescribedByTheWindowManager)
+{
+    if (!arePrograms({u"openbox"_s}))
+        GTEST_SKIP() << "there is no openbox to manage windows";
+    const WindowManager manager;
+    const auto comes = [&](const QStringList &arguments, const auto &condition) {
+        openWindow(arguments);
+        return becomes([&] { return condition(find(arguments[0])); });
+    };
+    inEventLoop([&] {
+        EXPECT_TRUE(comes({u"framed"_s, u"100"_s, u"100"_s, u"300"_s, u"200"_s}, [](const WindowInfo &w) {
+            return w.bounds.width() >= 300 && w.bounds.height() > 210 && !w.isFullScreen && !w.isDock;
+        })) << "the title bar is part of the window";
+        EXPECT_TRUE(comes({u"panel"_s, u"0"_s, u"560"_s, u"800"_s, u"40"_s, u"dock"_s},
+                          [](const WindowInfo &w) { return w.isDock && w.bounds.height() == 40; }));
+        EXPECT_TRUE(comes({u"full"_s, u"10"_s, u"10"_s, u"200"_s, u"200"_s, u"fullscreen"_s},
+                          [](const WindowInfo &w) { return w.isFullScreen && w.bounds == QRect(0, 0, 800, 600); }));
+        EXPECT_TRUE(comes({u"hides"_s, u"10"_s, u"10"_s, u"200"_s, u"200"_s},
+                          [](const WindowInfo &w) { return w.identifier != 0; }));
+        applications.back()->write("minimize");
+        EXPECT_TRUE(becomes([] { return find(u"hides"_s).identifier == 0; }));
+    });
+    EXPECT_EQ(applications.back()->state(), QProcess::Running);
+}
+
+TEST_F(XWindowsTest, AreKnownAsTheyAreWhateverChanges)
+{
+    Client client(8);
+    const XConnection another;
+    QRandomGenerator random(7);
+    inEventLoop([&] {
+        for (int step = 0; step < 2000; ++step) {
+            client.changeSomething(random);
+            client.server.synchronise();
+            ASSERT_EQ(windowList(), listXWindows(another, nullptr)) << step;
+            if (random() % 8 == 0)
+                QCoreApplication::processEvents();
+        }
+    });
+}
+
+TEST_F(XWindowsTest, AreListenedToOnlyWhileSomebodyAsks)
+{
+    Client client(1);
+    const xcb_window_t window = client.windows[0];
+    const auto isListenedTo = [&] { return client.isListenedTo(window) || client.isListenedTo(client.server.root()); };
+    const auto isForgotten = [&](xcb_atom_t property) {
+        EXPECT_EQ(windowList().size(), 1);
+        EXPECT_TRUE(client.isListenedTo(window) && client.isListenedTo(client.server.root()));
+        return becomes([&] {
+            client.set(window, property, {'a'});
+            return !isListenedTo();
+        });
+    };
+    EXPECT_EQ(windowList().size(), 1);
+    EXPECT_FALSE(isListenedTo()) << "nothing would read what the server tells";
+    inEventLoop([&] {
+        EXPECT_TRUE(isForgotten(XCB_ATOM_WM_NAME)) << "a change";
+        EXPECT_TRUE(isForgotten(XCB_ATOM_WM_COMMAND)) << "something else, and nobody asks any more";
+        EXPECT_EQ(windowList().size(), 1);
+        server->stop();
+        EXPECT_TRUE(
+            becomes([] { return !QAbstractEventDispatcher::instance()->processEvents(QEventLoop::AllEvents); }));
+        EXPECT_TRUE(windowList().isEmpty());
+    });
+}
+
+TEST(XWindows, AreNoneWithoutAServer)
+{
+    const DisplayName nowhere(":65000");
+    EXPECT_TRUE(windowList().isEmpty());
+}
