@@ -176,6 +176,7 @@ TEST_F(ScreensTest, ShowFullScreenWindows)
 {
     const QRect above(0, -2160, 3840, 2160); // its frame in the list starts where the first one's does
     const WindowInfo bar = panel(QRect(0, 0, 1920, 30), QRect(0, 30, 3200, 1050));
+    const WindowInfo barRight = panel(QRect(1920, 180, 1280, 30));
     const WindowInfo maximized = with(&WindowInfo::isMaximized, QRect(0, 30, 1920, 1050));
     const WindowInfo maximizedAll = with(&WindowInfo::isMaximized, wide), framed = window(wide);
     const WindowInfo ground = with(&WindowInfo::isDesktop, wide);
@@ -191,10 +192,7 @@ TEST_F(ScreensTest, ShowFullScreenWindows)
         {"panel in front", {wide}, {bar, full(wide)}, "0"},
         {"panel at the bottom", {wide}, {panel(QRect(0, 1050, 1920, 30)), full(wide)}, "1"},
         {"panel at the side", {wide}, {panel(QRect(0, 0, 60, 1080)), full(wide)}, "1"},
-        {"panel of the other screen",
-         {wide, small},
-         {panel(QRect(1920, 180, 1280, 30)), full(wide), full(small)},
-         "10"},
+        {"panel of the other screen", {wide, small}, {barRight, full(wide), full(small)}, "10"},
         {"dialog in front", {wide}, {window(QRect(500, 400, 300, 200)), full(wide)}, "1"},
         {"hidden by a maximised one", {wide}, {maximized, full(wide), bar}, "0"},
         {"both screens", {wide, small}, {full(small), full(wide)}, "11"},

@@ -83,12 +83,10 @@ protected:
         widget.show();
         ASSERT_TRUE(QTest::qWaitForWindowExposed(&widget, 30'000));
         xdotool(u"mousemove 150 150 windowfocus %1"_s.arg(widget.winId()));
-        ASSERT_TRUE(waitFor([&] { return widget.hasFocus() && widget.underMouse(); }));
+        ASSERT_TRUE(becomes([&] { return widget.hasFocus() && widget.underMouse(); }));
         widget.events.clear();
     }
     Recorder widget;
-
-    static bool waitFor(const std::function<bool()> &condition) { return QTest::qWaitFor(condition, 30'000); }
 };
 
 } // namespace
@@ -146,7 +144,7 @@ TEST_F(XInputTest, KnowsCapsLock)
     xdotool(u"key Caps_Lock keydown Shift_L"_s);
     EXPECT_TRUE(ModifierKeyFlags().shiftKeyPressedOnly());
     xdotool(u"key a keyup Shift_L click 1 key Caps_Lock"_s);
-    ASSERT_TRUE(waitFor([&] { return widget.got(u"a"_s, Event::LeftMouseUp); })) << widget.keys().toStdString();
+    ASSERT_TRUE(becomes([&] { return widget.got(u"a"_s, Event::LeftMouseUp); })) << widget.keys().toStdString();
     const auto typed = std::find_if(widget.events.begin(), widget.events.end(),
                                     [](const Event &event) { return event.type() == Event::KeyDown; });
     EXPECT_EQ(typed->modifierFlags(), Event::CapsLock | Event::Shift);
@@ -171,10 +169,10 @@ TEST_F(XInputTest, KnowsThePressInItsHandlerAndAfterADialog)
         downs << isMouseDownEvent();
     };
     xdotool(u"click 1"_s);
-    EXPECT_TRUE(waitFor([&] { return downs.size() == 3 && widget.count(Event::LeftMouseDown) == 1; }));
+    EXPECT_TRUE(becomes([&] { return downs.size() == 3 && widget.count(Event::LeftMouseDown) == 1; }));
     EXPECT_EQ(downs, (QList<bool>{true, false, true}));
     xdotool(u"key b"_s);
-    EXPECT_TRUE(waitFor([&] { return widget.keys() == u"b"_s; }));
+    EXPECT_TRUE(becomes([&] { return widget.keys() == u"b"_s; }));
     EXPECT_FALSE(isMouseDownEvent());
 }
 
@@ -183,7 +181,7 @@ TEST_F(XInputTest, DiscardsWhatWaits)
     xdotool(u"key a click 1 key b click --repeat 2 4 mousemove 160 160 click 3"_s);
     discardAllMouseEvents();
     xdotool(u"key c click 1"_s);
-    EXPECT_TRUE(waitFor([&] { return widget.got(u"abc"_s, Event::LeftMouseUp); })) << widget.keys().toStdString();
+    EXPECT_TRUE(becomes([&] { return widget.got(u"abc"_s, Event::LeftMouseUp); })) << widget.keys().toStdString();
     EXPECT_EQ(widget.count(Event::LeftMouseDown), 1) << "what came after the call stays";
     EXPECT_EQ(widget.count(Event::RightMouseDown) + widget.count(Event::MouseMoved), 0);
     EXPECT_EQ(widget.count(Event::ScrollWheel), 2);
@@ -192,7 +190,7 @@ TEST_F(XInputTest, DiscardsWhatWaits)
     xdotool(u"key a click 1 click 3 click 4 click 2 mousemove 30 40"_s);
     discardAllEvents();
     xdotool(u"mousemove 150 150 key d click 1"_s);
-    EXPECT_TRUE(waitFor([&] { return widget.got(u"d"_s, Event::LeftMouseUp); })) << widget.keys().toStdString();
+    EXPECT_TRUE(becomes([&] { return widget.got(u"d"_s, Event::LeftMouseUp); })) << widget.keys().toStdString();
     EXPECT_EQ(widget.count(Event::LeftMouseDown), 1);
     EXPECT_EQ(widget.count(Event::RightMouseDown) + widget.count(Event::OtherMouseDown), 0);
     EXPECT_EQ(widget.count(Event::ScrollWheel), 0);
@@ -206,10 +204,10 @@ TEST_F(XInputTest, DiscardsWithinAHandlerAndLeavesWidgetsSound)
         discardAllEvents();
     };
     xdotool(u"mousedown 1"_s);
-    EXPECT_TRUE(waitFor([&] { return widget.count(Event::LeftMouseDown) == 1 && !widget.underMouse(); }));
+    EXPECT_TRUE(becomes([&] { return widget.count(Event::LeftMouseDown) == 1 && !widget.underMouse(); }));
     EXPECT_EQ(widget.count(Event::MouseExited), 0);
     xdotool(u"mousemove 150 150 mousemove 155 155"_s);
-    EXPECT_TRUE(waitFor([&] { return widget.underMouse() && widget.count(Event::MouseMoved) > 0; }));
+    EXPECT_TRUE(becomes([&] { return widget.underMouse() && widget.count(Event::MouseMoved) > 0; }));
     EXPECT_EQ(widget.count(Event::LeftMouseUp) + widget.count(Event::RightMouseDown), 0);
     EXPECT_EQ(widget.keys(), QString());
 }
