@@ -107,10 +107,9 @@ TEST_F(DesktopTest, ShowsWhoIsFullScreen)
 
 TEST_F(DesktopTest, HasPanels)
 {
-    const auto isMenubar = [](const WindowRecord &window) { return window.name == u"Menubar"_s; };
     const auto menubars = [&](const QScreen *screen) {
         const QList<WindowRecord> windows = onScreenWindowList(screen);
-        return std::count_if(windows.begin(), windows.end(), isMenubar);
+        return std::count_if(windows.begin(), windows.end(), [](auto &window) { return window.name == u"Menubar"_s; });
     };
     EXPECT_EQ(getMenubarHeight(right), 0.0F);
     QWidget panel;

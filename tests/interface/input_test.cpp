@@ -14,7 +14,6 @@
 
 #include <gtest/gtest.h>
 
-#include <array>
 #include <bit>
 
 using namespace dravelin;
@@ -50,14 +49,19 @@ struct Modifier
     bool (*is)(const Event &) noexcept;
     bool (*isOnly)(const Event &) noexcept;
 };
-constexpr std::array modifiers{Modifier{Event::CapsLock, capsLockKey, capsLockKeyOnly},
-                               Modifier{Event::Shift, shiftKey, shiftKeyOnly},
-                               Modifier{Event::Control, controlKey, controlKeyOnly},
-                               Modifier{Event::Option, optionKey, optionKeyOnly},
-                               Modifier{Event::Command, commandKey, commandKeyOnly},
-                               Modifier{Event::NumericPad, numericPadKey, numericPadKeyOnly},
-                               Modifier{Event::Help, helpKey, helpKeyOnly},
-                               Modifier{Event::Function, functionKey, functionKeyOnly}};
+constexpr Modifier modifiers[] = {{Event::CapsLock, capsLockKey, capsLockKeyOnly},
+                                  {Event::Shift, shiftKey, shiftKeyOnly},
+                                  {Event::Control, controlKey, controlKeyOnly},
+                                  {Event::Option, optionKey, optionKeyOnly},
+                                  {Event::Command, commandKey, commandKeyOnly},
+                                  {Event::NumericPad, numericPadKey, numericPadKeyOnly},
+                                  {Event::Help, helpKey, helpKeyOnly},
+                                  {Event::Function, functionKey, functionKeyOnly}};
+constexpr std::pair<char16_t, bool (*)(const Event &)> codes[] = {{u'\uF700', upArrowKey},
+                                                                  {u'\uF701', downArrowKey},
+                                                                  {u'\uF702', leftArrowKey},
+                                                                  {u'\uF703', rightArrowKey},
+                                                                  {u'\x1b', escapeKey}};
 
 /// Notes what it gets.
 class Recorder : public QWidget
@@ -85,6 +89,7 @@ TEST(EventTest, KeysHaveTheirCharactersFlagsAndTypes)
     const auto native = [](Qt::KeyboardModifiers held, quint32 mask) { return key(Qt::Key_A, held, u"A"_s, mask); };
     const Row rows[] = {
         {key(Qt::Key_Up), u"\uF700"_s},
+        {key(Qt::Key_Down), u"\uF701"_s},
         {key(Qt::Key_Right, Qt::ShiftModifier), u"\uF703"_s, Event::Shift},
         {key(Qt::Key_Left, Qt::KeypadModifier), u"\uF702"_s, Event::NumericPad},
         {key(Qt::Key_5, Qt::KeypadModifier, u"5"_s), u"5"_s, Event::NumericPad},
@@ -120,31 +125,28 @@ TEST(EventTest, KeysHaveTheirCharactersFlagsAndTypes)
             EXPECT_EQ(is(event), (row.flags & flag) != 0) << row.event.key() << ' ' << flag;
             EXPECT_EQ(isOnly(event), row.flags == flag) << row.event.key() << ' ' << flag;
         }
+        for (const auto &[code, is] : codes)
+            EXPECT_EQ(is(event), row.characters.startsWith(QChar(code))) << row.event.key() << ' ' << int(code);
     }
 }
 
 TEST(EventTest, MouseEventsHaveTypeAndPlace)
 {
     using enum Qt::MouseButton;
-    struct Row
-    {
-        QMouseEvent event;
-        Event::Type type;
-    };
-    const Row rows[] = {
-        {mouse(QEvent::MouseButtonPress, LeftButton, LeftButton | RightButton), Event::LeftMouseDown},
-        {mouse(QEvent::MouseButtonDblClick, RightButton, RightButton), Event::RightMouseDown},
-        {mouse(QEvent::MouseButtonPress, MiddleButton, MiddleButton), Event::OtherMouseDown},
-        {mouse(QEvent::MouseButtonRelease, LeftButton, NoButton), Event::LeftMouseUp},
-        {mouse(QEvent::MouseMove, NoButton, NoButton), Event::MouseMoved},
-        {mouse(QEvent::MouseMove, NoButton, LeftButton | RightButton), Event::LeftMouseDragged},
-        {mouse(QEvent::MouseMove, NoButton, RightButton | MiddleButton), Event::RightMouseDragged},
-        {mouse(QEvent::MouseMove, NoButton, BackButton), Event::OtherMouseDragged},
+    const std::tuple<QEvent::Type, Qt::MouseButton, Qt::MouseButtons, Event::Type> rows[] = {
+        {QEvent::MouseButtonPress, LeftButton, LeftButton | RightButton, Event::LeftMouseDown},
+        {QEvent::MouseButtonDblClick, RightButton, RightButton, Event::RightMouseDown},
+        {QEvent::MouseButtonPress, MiddleButton, MiddleButton, Event::OtherMouseDown},
+        {QEvent::MouseButtonRelease, LeftButton, NoButton, Event::LeftMouseUp},
+        {QEvent::MouseMove, NoButton, NoButton, Event::MouseMoved},
+        {QEvent::MouseMove, NoButton, LeftButton | RightButton, Event::LeftMouseDragged},
+        {QEvent::MouseMove, NoButton, RightButton | MiddleButton, Event::RightMouseDragged},
+        {QEvent::MouseMove, NoButton, BackButton, Event::OtherMouseDragged},
     };
     const double height = QGuiApplication::primaryScreen()->geometry().height();
-    for (const auto &[qtEvent, type] : rows) {
-        const Event event(&qtEvent);
-        EXPECT_EQ(event.type(), type);
+    for (const auto &[type, button, buttons, expected] : rows) {
+        const Event event(mouse(type, button, buttons));
+        EXPECT_EQ(event.type(), expected);
         EXPECT_EQ(event.modifierFlags(), Event::Option);
         EXPECT_EQ(event.location(), QPointF(10, height - 20));
         EXPECT_TRUE(event.characters().isNull());

@@ -65,9 +65,8 @@ public:
 private:
     static QStringList arguments(const QString &size, const QString &display)
     {
-        const QStringList own{QStringLiteral("-displayfd"), QStringLiteral("1"),          QStringLiteral("-screen"),
-                              QStringLiteral("0"),          size + QStringLiteral("x24"), QStringLiteral("-noreset")};
-        return display.isEmpty() ? own : QStringList{display} + own;
+        const QString own = QStringLiteral("-displayfd 1 -noreset -screen 0 ") + size + QStringLiteral("x24");
+        return (display.isEmpty() ? own : display + QLatin1Char(' ') + own).split(QLatin1Char(' '));
     }
 };
 
