@@ -5,21 +5,19 @@
 
 #include <dravelin/interface/screens.h>
 
+#include "platform/xconnection.h"
+
 #include <support/desktop.h>
 
 #include <gtest/gtest.h>
 
 #include <QtCore/QProcess>
 #include <QtGui/QScreen>
-#include <QtTest/QTest>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QWidget>
 
-#include <xcb/xcb.h>
-
 #include <algorithm>
 #include <array>
-#include <cstdlib>
 #include <memory>
 #include <optional>
 
@@ -27,8 +25,6 @@ using namespace dravelin;
 using namespace Qt::StringLiterals;
 
 namespace {
-
-constexpr int longest = 30'000; // milliseconds
 
 /// An X server with two monitors and a window manager.
 struct RunningDesktop
@@ -48,20 +44,12 @@ struct RunningDesktop
 /// The strip that a panel keeps clear at the upper edge of the X server's area.
 void claimTop(const QWidget &panel, quint32 height)
 {
-    xcb_connection_t *connection = xcb_connect(nullptr, nullptr);
-    const char name[] = "_NET_WM_STRUT_PARTIAL";
-    xcb_intern_atom_reply_t *atom =
-        xcb_intern_atom_reply(connection, xcb_intern_atom(connection, false, sizeof name - 1, name), nullptr);
+    const XConnection server;
     const std::array<quint32, 12> claim{0, 0, height, 0, 0, 0, 0, 0, 1000, 1599, 0, 0};
-    const xcb_void_cookie_t change =
-        xcb_change_property_checked(connection, XCB_PROP_MODE_REPLACE, xcb_window_t(panel.effectiveWinId()), atom->atom,
-                                    XCB_ATOM_CARDINAL, 32, claim.size(), claim.data());
-    std::free(atom);
-    std::free(xcb_request_check(connection, change)); // waits until it is done
-    xcb_disconnect(connection);
+    xcb_change_property(server.get(), XCB_PROP_MODE_REPLACE, xcb_window_t(panel.effectiveWinId()),
+                        server.atom(XAtom::StrutPartial), XCB_ATOM_CARDINAL, 32, claim.size(), claim.data());
+    server.synchronise();
 }
-
-bool becomes(const auto &condition) { return QTest::qWaitFor(condition, longest); }
 
 class DesktopTest : public testing::Test
 {
@@ -78,18 +66,6 @@ protected:
     bool areFull(bool first, bool second)
     {
         return becomes([&] { return isFullScreen(left) == first && isFullScreen(right) == second; });
-    }
-
-    /// Another application, on the screen that has this place.
-    static void openFullScreen(QProcess &application, int x, int y)
-    {
-        application.start(QStringLiteral(X_CLIENT),
-                          {u"another"_s, QString::number(x), QString::number(y), u"200"_s, u"200"_s, u"fullscreen"_s});
-    }
-    static void quit(QProcess &process)
-    {
-        process.kill();
-        process.waitForFinished();
     }
 
     QScreen *left = nullptr, *right = nullptr;
@@ -118,12 +94,11 @@ TEST_F(DesktopTest, ShowsWhoIsFullScreen)
     EXPECT_TRUE(areFull(false, false));
     ours.showFullScreen();
     EXPECT_TRUE(areFull(false, true));
-    QProcess another;
-    openFullScreen(another, 10, 10);
+    Server another(QStringLiteral(X_CLIENT), {u"another"_s, u"10"_s, u"10"_s, u"200"_s, u"200"_s, u"fullscreen"_s});
     EXPECT_TRUE(areFull(true, true));
     ours.showNormal();
     EXPECT_TRUE(areFull(true, false));
-    quit(another);
+    another.stop();
     EXPECT_TRUE(areFull(false, false));
     ours.showMaximized();
     ASSERT_TRUE(becomes([&] { return ours.frameGeometry() == right->geometry(); }));
@@ -132,10 +107,9 @@ TEST_F(DesktopTest, ShowsWhoIsFullScreen)
 
 TEST_F(DesktopTest, HasPanels)
 {
-    const auto isMenubar = [](const WindowRecord &window) { return window.name == u"Menubar"_s; };
     const auto menubars = [&](const QScreen *screen) {
         const QList<WindowRecord> windows = onScreenWindowList(screen);
-        return std::count_if(windows.begin(), windows.end(), isMenubar);
+        return std::count_if(windows.begin(), windows.end(), [](auto &window) { return window.name == u"Menubar"_s; });
     };
     EXPECT_EQ(getMenubarHeight(right), 0.0F);
     QWidget panel;
@@ -148,11 +122,10 @@ TEST_F(DesktopTest, HasPanels)
     EXPECT_TRUE(becomes([&] { return getMenubarHeight(right) == 30.0F; }));
     EXPECT_EQ(visibleFrame(left), frame(left));
     EXPECT_EQ(menubars(nullptr), 1);
-    QProcess application;
-    openFullScreen(application, 1100, 300);
+    Server another(QStringLiteral(X_CLIENT), {u"another"_s, u"1100"_s, u"300"_s, u"200"_s, u"200"_s, u"fullscreen"_s});
     EXPECT_TRUE(areFull(false, true));
     EXPECT_EQ(menubars(right), 0);
-    quit(application);
+    another.stop();
     EXPECT_TRUE(becomes([&] { return menubars(right) == 1; }));
     panel.hide();
     EXPECT_TRUE(becomes([&] { return menubars(right) == 0 && getMenubarHeight(right) == 0.0F; }));

@@ -14,12 +14,15 @@
 
 #include <gtest/gtest.h>
 
+#include <bit>
+
 using namespace dravelin;
 using namespace Qt::StringLiterals;
 
 namespace {
 
 constexpr quint32 lockMask = 2;
+constexpr quint64 allFlags = 0xFF0000;
 
 QKeyEvent key(int code, Qt::KeyboardModifiers modifiers = {}, const QString &text = {}, quint32 native = 0,
               QEvent::Type type = QEvent::KeyPress)
@@ -40,15 +43,25 @@ public:
     quint64 modifierFlags() override { return flags; }
 };
 
-/// Puts a keyboard in place while it lives.
-class HeldNow
+struct Modifier
 {
-public:
-    HeldNow() { InputState::setCurrent(held); }
-    ~HeldNow() { InputState::setCurrent(nullptr); }
-    Q_DISABLE_COPY_MOVE(HeldNow)
-    std::shared_ptr<Held> held = std::make_shared<Held>();
+    quint64 flag;
+    bool (*is)(const Event &) noexcept;
+    bool (*isOnly)(const Event &) noexcept;
 };
+constexpr Modifier modifiers[] = {{Event::CapsLock, capsLockKey, capsLockKeyOnly},
+                                  {Event::Shift, shiftKey, shiftKeyOnly},
+                                  {Event::Control, controlKey, controlKeyOnly},
+                                  {Event::Option, optionKey, optionKeyOnly},
+                                  {Event::Command, commandKey, commandKeyOnly},
+                                  {Event::NumericPad, numericPadKey, numericPadKeyOnly},
+                                  {Event::Help, helpKey, helpKeyOnly},
+                                  {Event::Function, functionKey, functionKeyOnly}};
+constexpr std::pair<char16_t, bool (*)(const Event &)> codes[] = {{u'\uF700', upArrowKey},
+                                                                  {u'\uF701', downArrowKey},
+                                                                  {u'\uF702', leftArrowKey},
+                                                                  {u'\uF703', rightArrowKey},
+                                                                  {u'\x1b', escapeKey}};
 
 /// Notes what it gets.
 class Recorder : public QWidget
@@ -76,6 +89,7 @@ TEST(EventTest, KeysHaveTheirCharactersFlagsAndTypes)
     const auto native = [](Qt::KeyboardModifiers held, quint32 mask) { return key(Qt::Key_A, held, u"A"_s, mask); };
     const Row rows[] = {
         {key(Qt::Key_Up), u"\uF700"_s},
+        {key(Qt::Key_Down), u"\uF701"_s},
         {key(Qt::Key_Right, Qt::ShiftModifier), u"\uF703"_s, Event::Shift},
         {key(Qt::Key_Left, Qt::KeypadModifier), u"\uF702"_s, Event::NumericPad},
         {key(Qt::Key_5, Qt::KeypadModifier, u"5"_s), u"5"_s, Event::NumericPad},
@@ -85,7 +99,10 @@ TEST(EventTest, KeysHaveTheirCharactersFlagsAndTypes)
         {key(Qt::Key_F1), u"\uF704"_s, Event::Function},
         {key(Qt::Key_F35), u"\uF726"_s, Event::Function},
         {key(Qt::Key_Help), u"\uF746"_s, Event::Help},
+        {key(Qt::Key_S, Qt::ControlModifier, u"\x13"_s), u"\x13"_s, Event::Control},
         {key(Qt::Key_S, Qt::ControlModifier | Qt::MetaModifier, u"\x13"_s), u"\x13"_s, Event::Control | Event::Command},
+        {key(Qt::Key_A, Qt::AltModifier, u"a"_s), u"a"_s, Event::Option},
+        {key(Qt::Key_F2, Qt::KeyboardModifiers(0x3E000000), {}, lockMask), u"\uF705"_s, allFlags & ~Event::Help},
         {native({}, lockMask), u"A"_s, Event::CapsLock},
         {native(Qt::ShiftModifier, lockMask | 1), u"A"_s, Event::CapsLock | Event::Shift},
         {native(Qt::ShiftModifier, 1), u"A"_s, Event::Shift},
@@ -101,31 +118,35 @@ TEST(EventTest, KeysHaveTheirCharactersFlagsAndTypes)
         EXPECT_EQ(event.modifierFlags(), row.flags) << row.event.key();
         EXPECT_EQ(event.type(), row.type) << row.event.key();
         EXPECT_FALSE(event.characters().isNull());
+        EXPECT_TRUE(isCharacter(event, row.characters));
+        EXPECT_FALSE(isCharacter(event, row.characters + u'b') || isCharacter(event, u"B"_s) || isCharacter(event, {}));
+        EXPECT_EQ(modifierPressedCount(event), quint64(std::popcount(row.flags)));
+        for (const auto &[flag, is, isOnly] : modifiers) {
+            EXPECT_EQ(is(event), (row.flags & flag) != 0) << row.event.key() << ' ' << flag;
+            EXPECT_EQ(isOnly(event), row.flags == flag) << row.event.key() << ' ' << flag;
+        }
+        for (const auto &[code, is] : codes)
+            EXPECT_EQ(is(event), row.characters.startsWith(QChar(code))) << row.event.key() << ' ' << int(code);
     }
 }
 
 TEST(EventTest, MouseEventsHaveTypeAndPlace)
 {
     using enum Qt::MouseButton;
-    struct Row
-    {
-        QMouseEvent event;
-        Event::Type type;
-    };
-    const Row rows[] = {
-        {mouse(QEvent::MouseButtonPress, LeftButton, LeftButton | RightButton), Event::LeftMouseDown},
-        {mouse(QEvent::MouseButtonDblClick, RightButton, RightButton), Event::RightMouseDown},
-        {mouse(QEvent::MouseButtonPress, MiddleButton, MiddleButton), Event::OtherMouseDown},
-        {mouse(QEvent::MouseButtonRelease, LeftButton, NoButton), Event::LeftMouseUp},
-        {mouse(QEvent::MouseMove, NoButton, NoButton), Event::MouseMoved},
-        {mouse(QEvent::MouseMove, NoButton, LeftButton | RightButton), Event::LeftMouseDragged},
-        {mouse(QEvent::MouseMove, NoButton, RightButton | MiddleButton), Event::RightMouseDragged},
-        {mouse(QEvent::MouseMove, NoButton, BackButton), Event::OtherMouseDragged},
+    const std::tuple<QEvent::Type, Qt::MouseButton, Qt::MouseButtons, Event::Type> rows[] = {
+        {QEvent::MouseButtonPress, LeftButton, LeftButton | RightButton, Event::LeftMouseDown},
+        {QEvent::MouseButtonDblClick, RightButton, RightButton, Event::RightMouseDown},
+        {QEvent::MouseButtonPress, MiddleButton, MiddleButton, Event::OtherMouseDown},
+        {QEvent::MouseButtonRelease, LeftButton, NoButton, Event::LeftMouseUp},
+        {QEvent::MouseMove, NoButton, NoButton, Event::MouseMoved},
+        {QEvent::MouseMove, NoButton, LeftButton | RightButton, Event::LeftMouseDragged},
+        {QEvent::MouseMove, NoButton, RightButton | MiddleButton, Event::RightMouseDragged},
+        {QEvent::MouseMove, NoButton, BackButton, Event::OtherMouseDragged},
     };
     const double height = QGuiApplication::primaryScreen()->geometry().height();
-    for (const auto &[qtEvent, type] : rows) {
-        const Event event(&qtEvent);
-        EXPECT_EQ(event.type(), type);
+    for (const auto &[type, button, buttons, expected] : rows) {
+        const Event event(mouse(type, button, buttons));
+        EXPECT_EQ(event.type(), expected);
         EXPECT_EQ(event.modifierFlags(), Event::Option);
         EXPECT_EQ(event.location(), QPointF(10, height - 20));
         EXPECT_TRUE(event.characters().isNull());
@@ -139,45 +160,11 @@ TEST(EventTest, MouseEventsHaveTypeAndPlace)
     EXPECT_EQ(Event(nullptr).type(), Event::NoType);
 }
 
-TEST(KeyboardTest, EachModifierIsTheOnlyOneAlone)
-{
-    struct Row
-    {
-        const char *name;
-        bool (*is)(const Event &) noexcept;
-        bool (*isOnly)(const Event &) noexcept;
-        QKeyEvent event;
-    };
-    const Row rows[] = {
-        {"caps lock", capsLockKey, capsLockKeyOnly, key(Qt::Key_A, {}, u"A"_s, lockMask)},
-        {"shift", shiftKey, shiftKeyOnly, key(Qt::Key_A, Qt::ShiftModifier)},
-        {"control", controlKey, controlKeyOnly, key(Qt::Key_A, Qt::ControlModifier)},
-        {"option", optionKey, optionKeyOnly, key(Qt::Key_A, Qt::AltModifier)},
-        {"command", commandKey, commandKeyOnly, key(Qt::Key_A, Qt::MetaModifier)},
-        {"numeric pad", numericPadKey, numericPadKeyOnly, key(Qt::Key_1, Qt::KeypadModifier)},
-        {"help", helpKey, helpKeyOnly, key(Qt::Key_Help)},
-        {"function", functionKey, functionKeyOnly, key(Qt::Key_F5)},
-    };
-    for (const Row &tested : rows) {
-        for (const Row &event : rows) {
-            const bool same = tested.name == event.name;
-            EXPECT_EQ(tested.is(event.event), same) << tested.name << " of " << event.name;
-            EXPECT_EQ(tested.isOnly(event.event), same) << tested.name << " of " << event.name;
-        }
-    }
-    const QKeyEvent both = key(Qt::Key_A, Qt::ShiftModifier, u"A"_s, lockMask);
-    EXPECT_EQ(modifierPressedCount(&both), 2U);
-    EXPECT_FALSE(shiftKeyOnly(&both) || capsLockKeyOnly(&both));
-    EXPECT_TRUE(isCharacter(&both, u"A"_s));
-    EXPECT_FALSE(isCharacter(&both, u"AB"_s) || isCharacter(&both, u"a"_s) || isCharacter(&both, u""_s));
-    const QKeyEvent all = key(Qt::Key_F1, Qt::KeyboardModifiers(0x3E000000), {}, lockMask);
-    EXPECT_EQ(modifierPressedCount(&all), 7U) << "no key is both help and a function key";
-}
-
 TEST(ModifierKeyFlagsTest, CountsOnRequestOnly)
 {
-    const HeldNow now;
-    now.held->flags = Event::Shift | Event::CapsLock;
+    const auto held = std::make_shared<Held>();
+    InputState::setCurrent(held);
+    held->flags = Event::Shift | Event::CapsLock;
     ModifierKeyFlags flags;
     EXPECT_TRUE(flags.shiftKeyPressedOnly()) << "caps lock is none of the four";
     flags.setCommandKey(true);
@@ -189,11 +176,12 @@ TEST(ModifierKeyFlagsTest, CountsOnRequestOnly)
     EXPECT_FALSE(flags.shiftKeyPressedOnly() || flags.commandKeyPressedOnly());
     flags.clear();
     EXPECT_FALSE(flags.shiftKey() || flags.commandKey() || flags.optionKey() || flags.pressedCount() != 0);
-    now.held->flags = Event::Control | Event::Option;
+    held->flags = Event::Control | Event::Option;
     flags.refresh();
     EXPECT_TRUE(flags.controlKey() && flags.optionKey() && !flags.shiftKey() && flags.pressedCount() == 2);
     EXPECT_TRUE(isControlKeyPressed() && isOptionKeyPressed());
     EXPECT_FALSE(isShiftKeyPressed() || isCommandKeyPressed());
+    InputState::setCurrent(nullptr);
 }
 
 TEST(DiscardTest, RemovesPostedInputAndNothingElse)

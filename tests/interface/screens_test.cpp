@@ -94,16 +94,14 @@ TEST_F(ScreensTest, AreNoneAtAll)
 
 TEST_F(ScreensTest, HaveFramesUpwards)
 {
-    setScreens({wide, small, QRect(-100, -600, 800, 600)});
+    setScreens({wide, small, QRect(-100, -600, 1500, 600)});
     EXPECT_EQ(frame(screen(0)), QRectF(0, 0, 1920, 1080));
     EXPECT_EQ(frame(screen(1)), QRectF(1920, 100, 1280, 800));
-    EXPECT_EQ(frame(screen(2)), QRectF(-100, 1080, 800, 600));
+    EXPECT_EQ(frame(screen(2)), QRectF(-100, 1080, 1500, 600));
     EXPECT_EQ(createScreensFrameList(),
-              QList<QRectF>({{0, 0, 1920, 1080}, {1920, 380, 1280, 800}, {-100, 1560, 800, 600}}));
+              QList<QRectF>({{0, 0, 1920, 1080}, {1920, 380, 1280, 800}, {-100, 1560, 1500, 600}}));
     EXPECT_EQ(findScreenIndex(screen(2)), 2);
-    EXPECT_EQ(findMinimumScreenDimensions(), QSizeF(800, 600));
-    setScreens({QRect(0, 0, 1920, 800), QRect(1920, 0, 1280, 1080)});
-    EXPECT_EQ(findMinimumScreenDimensions(), QSizeF(1280, 800));
+    EXPECT_EQ(findMinimumScreenDimensions(), QSizeF(1280, 600));
 }
 
 TEST_F(ScreensTest, AreFoundByPoint)
@@ -115,9 +113,7 @@ TEST_F(ScreensTest, AreFoundByPoint)
         {{3200, 500}, -1}, {{50, 50}, 0},     {{qQNaN(), 500}, -1}};
     for (const auto &[point, expected] : rows)
         EXPECT_EQ(findScreenIndex(findScreenForPoint(point)), expected) << point.x() << ' ' << point.y();
-    // Pixels of Qt's coordinates.
-    const std::vector<std::pair<QPoint, qsizetype>> pixels{{{0, 0}, 0},      {{1919, 1079}, 0}, {{1919, 1080}, -1},
-                                                           {{1920, 180}, 1}, {{1920, 179}, -1}, {{3199, 979}, 1}};
+    const std::vector<std::pair<QPoint, qsizetype>> pixels{{{0, 0}, 0}, {{1919, 1080}, -1}, {{1920, 180}, 1}};
     for (const auto &[pixel, expected] : pixels) {
         display->pointer = pixel;
         EXPECT_EQ(findScreenIndex(findMouseScreen()), expected) << pixel.x() << ' ' << pixel.y();
@@ -176,12 +172,11 @@ TEST_F(ScreensTest, ShowFullScreenWindows)
 {
     const QRect above(0, -2160, 3840, 2160); // its frame in the list starts where the first one's does
     const WindowInfo bar = panel(QRect(0, 0, 1920, 30), QRect(0, 30, 3200, 1050));
+    const WindowInfo barRight = panel(QRect(1920, 180, 1280, 30));
     const WindowInfo maximized = with(&WindowInfo::isMaximized, QRect(0, 30, 1920, 1050));
     const WindowInfo maximizedAll = with(&WindowInfo::isMaximized, wide), framed = window(wide);
     const WindowInfo ground = with(&WindowInfo::isDesktop, wide);
-    WindowInfo impostor = window(wide);
-    impostor.ownerName = u"Dock"_s;
-    impostor.name = QString();
+    const WindowInfo impostor{0, 0, u"Dock"_s, {}, wide, false, false, false, false, true};
     const std::vector<std::tuple<const char *, QList<QRect>, QList<WindowInfo>, std::string>> rows{
         {"nothing", {wide}, {}, "0"},
         {"full", {wide}, {full(wide)}, "1"},
@@ -191,10 +186,7 @@ TEST_F(ScreensTest, ShowFullScreenWindows)
         {"panel in front", {wide}, {bar, full(wide)}, "0"},
         {"panel at the bottom", {wide}, {panel(QRect(0, 1050, 1920, 30)), full(wide)}, "1"},
         {"panel at the side", {wide}, {panel(QRect(0, 0, 60, 1080)), full(wide)}, "1"},
-        {"panel of the other screen",
-         {wide, small},
-         {panel(QRect(1920, 180, 1280, 30)), full(wide), full(small)},
-         "10"},
+        {"panel of the other screen", {wide, small}, {barRight, full(wide), full(small)}, "10"},
         {"dialog in front", {wide}, {window(QRect(500, 400, 300, 200)), full(wide)}, "1"},
         {"hidden by a maximised one", {wide}, {maximized, full(wide), bar}, "0"},
         {"both screens", {wide, small}, {full(small), full(wide)}, "11"},

@@ -45,30 +45,23 @@ public:
         setMouseTracking(true);
     }
     QList<Event> events;
+    QString keys;
     std::function<void()> onPress = [] {};
 
-    [[nodiscard]] QString keys() const
-    {
-        QString keys;
-        for (const Event &event : events)
-            keys += event.type() == Event::KeyDown ? event.characters() : QString();
-        return keys;
-    }
     [[nodiscard]] qsizetype count(Event::Type type) const
     {
         return std::count_if(events.begin(), events.end(), [type](const Event &e) { return e.type() == type; });
-    }
-    [[nodiscard]] bool got(const QString &expected, Event::Type type) const
-    {
-        return keys() == expected && count(type) > 0;
     }
 
 protected:
     bool event(QEvent *event) override
     {
-        if (const Event input(event); input.type() != Event::NoType && event->type() != QEvent::ShortcutOverride)
+        const Event input(event);
+        if (input.type() != Event::NoType && event->type() != QEvent::ShortcutOverride)
             events << input;
-        if (Event(event).type() == Event::LeftMouseDown) // a double click's as well
+        if (input.type() == Event::KeyDown && event->type() != QEvent::ShortcutOverride)
+            keys += input.characters();
+        if (input.type() == Event::LeftMouseDown) // a double click's as well
             onPress();
         return QWidget::event(event);
     }
@@ -83,27 +76,23 @@ protected:
         widget.show();
         ASSERT_TRUE(QTest::qWaitForWindowExposed(&widget, 30'000));
         xdotool(u"mousemove 150 150 windowfocus %1"_s.arg(widget.winId()));
-        ASSERT_TRUE(waitFor([&] { return widget.hasFocus() && widget.underMouse(); }));
+        ASSERT_TRUE(becomes([&] { return widget.hasFocus() && widget.underMouse(); }));
         widget.events.clear();
     }
     Recorder widget;
-
-    static bool waitFor(const std::function<bool()> &condition) { return QTest::qWaitFor(condition, 30'000); }
 };
 
 } // namespace
 
 TEST_F(XInputTest, TellsWhatIsHeldBeforeAnyEventCame)
 {
-    const std::pair<const char *, quint64> rows[] = {
-        {"Shift_L", Event::Shift},
-        {"Shift_R", Event::Shift},
-        {"Control_L", Event::Control},
-        {"Alt_L", Event::Option},
-        {"Super_L", Event::Command},
-        {"Super_R", Event::Command},
-        {"a", 0},
-    };
+    const std::pair<const char *, quint64> rows[] = {{"Shift_L", Event::Shift},
+                                                     {"Shift_R", Event::Shift},
+                                                     {"Control_L", Event::Control},
+                                                     {"Alt_L", Event::Option},
+                                                     {"Super_L", Event::Command},
+                                                     {"Super_R", Event::Command},
+                                                     {"a", 0}};
     for (const auto &[name, flags] : rows) {
         xdotool(u"keydown "_s + QLatin1String(name));
         EXPECT_EQ(InputState::current()->modifierFlags(), flags) << name;
@@ -127,9 +116,8 @@ TEST_F(XInputTest, FollowsTheKeyboardMap)
     if (QStandardPaths::findExecutable(u"xmodmap"_s).isEmpty())
         GTEST_SKIP() << "there is no xmodmap to exchange modifiers";
     const auto exchange = [](const QString &ofAlt, const QString &ofSuper) {
-        return QProcess::execute(u"xmodmap"_s,
-                                 {u"-e"_s, u"clear mod1"_s, u"-e"_s, u"clear mod4"_s, u"-e"_s,
-                                  u"add %1 = Alt_L"_s.arg(ofAlt), u"-e"_s, u"add %1 = Super_L"_s.arg(ofSuper)});
+        const QString changes = u"-e,clear mod1,-e,clear mod4,-e,add %1 = Alt_L,-e,add %2 = Super_L"_s;
+        return QProcess::execute(u"xmodmap"_s, changes.arg(ofAlt, ofSuper).split(u','));
     };
     EXPECT_EQ(InputState::current()->modifierFlags(), 0U) << "read before the change";
     ASSERT_EQ(exchange(u"mod4"_s, u"mod1"_s), 0);
@@ -146,7 +134,8 @@ TEST_F(XInputTest, KnowsCapsLock)
     xdotool(u"key Caps_Lock keydown Shift_L"_s);
     EXPECT_TRUE(ModifierKeyFlags().shiftKeyPressedOnly());
     xdotool(u"key a keyup Shift_L click 1 key Caps_Lock"_s);
-    ASSERT_TRUE(waitFor([&] { return widget.got(u"a"_s, Event::LeftMouseUp); })) << widget.keys().toStdString();
+    ASSERT_TRUE(becomes([&] { return widget.keys == u"a"_s && widget.count(Event::LeftMouseUp) > 0; }))
+        << widget.keys.toStdString();
     const auto typed = std::find_if(widget.events.begin(), widget.events.end(),
                                     [](const Event &event) { return event.type() == Event::KeyDown; });
     EXPECT_EQ(typed->modifierFlags(), Event::CapsLock | Event::Shift);
@@ -171,10 +160,10 @@ TEST_F(XInputTest, KnowsThePressInItsHandlerAndAfterADialog)
         downs << isMouseDownEvent();
     };
     xdotool(u"click 1"_s);
-    EXPECT_TRUE(waitFor([&] { return downs.size() == 3 && widget.count(Event::LeftMouseDown) == 1; }));
+    EXPECT_TRUE(becomes([&] { return downs.size() == 3 && widget.count(Event::LeftMouseDown) == 1; }));
     EXPECT_EQ(downs, (QList<bool>{true, false, true}));
     xdotool(u"key b"_s);
-    EXPECT_TRUE(waitFor([&] { return widget.keys() == u"b"_s; }));
+    EXPECT_TRUE(becomes([&] { return widget.keys == u"b"_s; }));
     EXPECT_FALSE(isMouseDownEvent());
 }
 
@@ -183,7 +172,8 @@ TEST_F(XInputTest, DiscardsWhatWaits)
     xdotool(u"key a click 1 key b click --repeat 2 4 mousemove 160 160 click 3"_s);
     discardAllMouseEvents();
     xdotool(u"key c click 1"_s);
-    EXPECT_TRUE(waitFor([&] { return widget.got(u"abc"_s, Event::LeftMouseUp); })) << widget.keys().toStdString();
+    EXPECT_TRUE(becomes([&] { return widget.keys == u"abc"_s && widget.count(Event::LeftMouseUp) > 0; }))
+        << widget.keys.toStdString();
     EXPECT_EQ(widget.count(Event::LeftMouseDown), 1) << "what came after the call stays";
     EXPECT_EQ(widget.count(Event::RightMouseDown) + widget.count(Event::MouseMoved), 0);
     EXPECT_EQ(widget.count(Event::ScrollWheel), 2);
@@ -192,7 +182,8 @@ TEST_F(XInputTest, DiscardsWhatWaits)
     xdotool(u"key a click 1 click 3 click 4 click 2 mousemove 30 40"_s);
     discardAllEvents();
     xdotool(u"mousemove 150 150 key d click 1"_s);
-    EXPECT_TRUE(waitFor([&] { return widget.got(u"d"_s, Event::LeftMouseUp); })) << widget.keys().toStdString();
+    EXPECT_TRUE(becomes([&] { return widget.keys == u"abcd"_s && widget.count(Event::LeftMouseUp) > 0; }))
+        << widget.keys.toStdString();
     EXPECT_EQ(widget.count(Event::LeftMouseDown), 1);
     EXPECT_EQ(widget.count(Event::RightMouseDown) + widget.count(Event::OtherMouseDown), 0);
     EXPECT_EQ(widget.count(Event::ScrollWheel), 0);
@@ -206,12 +197,12 @@ TEST_F(XInputTest, DiscardsWithinAHandlerAndLeavesWidgetsSound)
         discardAllEvents();
     };
     xdotool(u"mousedown 1"_s);
-    EXPECT_TRUE(waitFor([&] { return widget.count(Event::LeftMouseDown) == 1 && !widget.underMouse(); }));
+    EXPECT_TRUE(becomes([&] { return widget.count(Event::LeftMouseDown) == 1 && !widget.underMouse(); }));
     EXPECT_EQ(widget.count(Event::MouseExited), 0);
     xdotool(u"mousemove 150 150 mousemove 155 155"_s);
-    EXPECT_TRUE(waitFor([&] { return widget.underMouse() && widget.count(Event::MouseMoved) > 0; }));
+    EXPECT_TRUE(becomes([&] { return widget.underMouse() && widget.count(Event::MouseMoved) > 0; }));
     EXPECT_EQ(widget.count(Event::LeftMouseUp) + widget.count(Event::RightMouseDown), 0);
-    EXPECT_EQ(widget.keys(), QString());
+    EXPECT_EQ(widget.keys, QString());
 }
 
 TEST(XInputServerTest, MayGoAndComeBack)

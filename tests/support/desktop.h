@@ -6,6 +6,7 @@
 #include <QtCore/QProcess>
 #include <QtCore/QStandardPaths>
 #include <QtCore/QStringList>
+#include <QtTest/QTest>
 
 #include <algorithm>
 
@@ -15,6 +16,9 @@ inline bool arePrograms(const QStringList &names)
     return std::all_of(names.begin(), names.end(),
                        [](const QString &name) { return !QStandardPaths::findExecutable(name).isEmpty(); });
 }
+
+/// Waits for it while events are handled.
+bool becomes(const auto &condition) { return QTest::qWaitFor(condition, 30'000); }
 
 /// A program that runs while this lives and says by a line that it is ready.
 class Server
@@ -32,6 +36,7 @@ public:
 
     /// Empty when it did not start.
     [[nodiscard]] QByteArray line() const { return m_line; }
+    [[nodiscard]] QProcess &process() { return m_process; }
     void stop()
     {
         m_process.terminate(); // so that it tidies up
@@ -60,9 +65,8 @@ public:
 private:
     static QStringList arguments(const QString &size, const QString &display)
     {
-        const QStringList own{QStringLiteral("-displayfd"), QStringLiteral("1"),          QStringLiteral("-screen"),
-                              QStringLiteral("0"),          size + QStringLiteral("x24"), QStringLiteral("-noreset")};
-        return display.isEmpty() ? own : QStringList{display} + own;
+        const QString own = QStringLiteral("-displayfd 1 -noreset -screen 0 ") + size + QStringLiteral("x24");
+        return (display.isEmpty() ? own : display + QLatin1Char(' ') + own).split(QLatin1Char(' '));
     }
 };
 

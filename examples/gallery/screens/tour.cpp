@@ -35,7 +35,7 @@ public:
         m_page.refresh();
         record(u"screens-1-desktop"_s);
         if (isX && m_page.window()->frameGeometry() != m_page.window()->geometry()) // there is a window manager
-            fillScreen();
+            canFillScreen() ? fillScreen() : m_tour.did(u"too small a screen to fill: left out"_s);
     }
 
 private:
@@ -45,6 +45,12 @@ private:
         const auto isOurs = [this](auto &window) { return window.title.contains(m_page.window()->windowTitle()); };
         const QList<DesktopView::Window> &windows = m_page.m_view->scene().windows;
         return std::any_of(windows.begin(), windows.end(), isOurs);
+    }
+
+    [[nodiscard]] bool canFillScreen() const
+    {
+        const QSize least = m_page.window()->minimumSizeHint();
+        return least.boundedTo(m_page.screen()->size()) == least;
     }
 
     void fillScreen()

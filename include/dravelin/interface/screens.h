@@ -22,8 +22,8 @@ QT_END_NAMESPACE
 ///         hideOverlay();
 ///
 /// Frames and points have y upwards from the lower left corner of the primary screen, in Qt's device-independent pixels;
-/// upwardPoint() converts. Nothing is kept from one call to the next. A screen that is gone may be handed in: it is only
-/// compared. DisplayService tells about screens, pointer and windows, and can be replaced in tests. From the main thread.
+/// upwardPoint() converts. Every answer is that of now. A screen that is gone may be handed in: it is only compared.
+/// DisplayService tells about screens, pointer and windows, and can be replaced in tests. From the main thread.
 
 namespace dravelin {
 
@@ -81,7 +81,7 @@ struct WindowRecord
 ///
 /// Empty where the windows of other applications cannot be seen: without an X server, on Wayland.
 /// \param screen leaves out what the desktop does on all other screens; null leaves out nothing
-/// \cost a connection to the X server and a few round trips, however many windows there are
+/// \cost that of DisplayService::windowList()
 [[nodiscard]] DRAVELIN_EXPORT QList<WindowRecord> onScreenWindowList(const QScreen *screen = nullptr);
 
 inline namespace FullScreen {

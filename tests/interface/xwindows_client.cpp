@@ -1,12 +1,14 @@
 // SPDX-FileCopyrightText: Dravelin contributors
 // SPDX-License-Identifier: MIT
 
-// An application that shows one window until it is killed: xwindows_client TITLE X Y WIDTH HEIGHT [fullscreen|dock]
-// Anything on its standard input minimises the window.
+// An application that shows one window until it is killed: xwindows_client TITLE X Y WIDTH HEIGHT [fullscreen]
+// It says so by a line. Anything on its standard input minimises the window.
 
 #include <QtCore/QSocketNotifier>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QWidget>
+
+#include <cstdio>
 
 #include <unistd.h>
 
@@ -19,12 +21,11 @@ int main(int argc, char **argv)
     QWidget window;
     window.setWindowTitle(arguments.value(1));
     window.setGeometry(number(2), number(3), number(4), number(5));
-    const QString kind = arguments.value(6);
-    window.winId(); // a native window takes the type at once
-    window.setAttribute(Qt::WA_X11NetWmWindowTypeDock, kind == QStringLiteral("dock"));
-    if (kind == QStringLiteral("fullscreen"))
+    if (arguments.value(6) == QStringLiteral("fullscreen"))
         window.setWindowState(Qt::WindowFullScreen);
     window.show();
+    std::puts("shown");
+    std::fflush(stdout);
     const QSocketNotifier input(STDIN_FILENO, QSocketNotifier::Read);
     QObject::connect(&input, &QSocketNotifier::activated, &window, &QWidget::showMinimized, Qt::SingleShotConnection);
     return QApplication::exec();
