@@ -75,8 +75,9 @@ public:
     /// Opens access to the item of a bookmark; each success is balanced by stopAccess() with the same URL. With the
     /// default service it succeeds for what is readable, and holds the item by one file descriptor until it was stopped
     /// as often as started: resolve() then finds it wherever it is moved to on its file system, and no other item can
-    /// get its inode, not even when it is deleted. Its volume cannot be unmounted as long. This class's own function
-    /// only tells whether a file is readable.
+    /// get its inode, not even when it is deleted. Its volume cannot be unmounted as long. No more than 256 items are
+    /// held at a time, and none when the process has no descriptor left; access to others only counts. This class's own
+    /// function only tells whether a file is readable.
     [[nodiscard]] virtual bool startAccess(const QUrl &url);
     /// More often than startAccess() does no harm by itself, but may take away what another part of the program
     /// started.
