@@ -60,14 +60,16 @@ public:
     /// \cost a few questions to the file system about the one item; its contents are not read
     [[nodiscard]] virtual QByteArray create(const QUrl &url, quint64 options = 0, QString *error = nullptr) = 0;
 
-    /// Where the item is now. The default service takes the old path when something is there, except a directory in
-    /// place of a file or a file in place of a directory. Otherwise it looks for the same item: among those to which
-    /// access is held, then in the old directory, then below and a few levels above it, on the same file system, and
-    /// gives up after 20,000 directory entries.
+    /// Where the item is now. The default service takes the old path when something is there, except what is no file in
+    /// place of a file and what is no directory in place of a directory; links count as what they lead to. Otherwise it
+    /// looks for the same item: among those to which access is held, at the same place of a local disk that is mounted
+    /// elsewhere now, then in the old directory, then below and a few levels above it, on the same file system, and
+    /// gives up after 20,000 entries of directories other than the old one. What is found in the trash counts as lost.
     /// \param stale receives true when the bookmark should be made anew: the item has moved or another took its place;
     /// may be null
     /// \param error receives the cause in words when there is no URL; may be null
-    /// \return an empty URL when the item is not found or `bookmark` is no bookmark
+    /// \return an empty URL when the item is not found or `bookmark` is no bookmark. Bytes of a name that are no UTF-8
+    /// are percent escapes of the URL, which this class understands and QUrl::toLocalFile() does not.
     /// \cost as create() when the item is in its place; otherwise a search of the directories
     [[nodiscard]] virtual QUrl resolve(const QByteArray &bookmark, quint64 options = 0, bool *stale = nullptr,
                                        QString *error = nullptr) = 0;
