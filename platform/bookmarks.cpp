@@ -34,9 +34,8 @@ void report(QString *error, const QString &cause)
 /// Bytes of a name that are no text become escapes, which toPath() reads again; QUrl::toLocalFile() cannot.
 QUrl toUrl(const QByteArray &path)
 {
-    const QString text = QFile::decodeName(path);
-    if (QFile::encodeName(text) == path)
-        return QUrl::fromLocalFile(text);
+    if (path.isValidUtf8())
+        return QUrl::fromLocalFile(QFile::decodeName(path));
     return QUrl(u"file://"_s + QString::fromLatin1(path.toPercentEncoding("/")));
 }
 
