@@ -6,10 +6,6 @@
 #include <support/logrecorder.h>
 #include <support/printers.h>
 
-#include <QtCore/QDir>
-#include <QtCore/QFile>
-#include <QtCore/QTemporaryDir>
-
 #include <gtest/gtest.h>
 
 using namespace dravelin;
@@ -199,21 +195,4 @@ TEST_F(ScriptedBookmark, GivesThePathAsUrlText)
     EXPECT_EQ(regular(u"/home/dir/"_s), "/home/dir");
     for (const char16_t *path : {u"/a b", u"/\u00E9", u"/100%", u"/100%2", u"/100%zz", u"/a#b#c", u"/a[1]"})
         EXPECT_EQ(regular(QString::fromUtf16(path)), "") << QString::fromUtf16(path).toStdString();
-}
-
-TEST(SecurityScopedBookmarkTest, FindsFilesAgain)
-{
-    const QTemporaryDir folder;
-    const QString path = folder.filePath(u"plan a.txt"_s), renamed = folder.filePath(u"plan b.txt"_s);
-    ASSERT_TRUE(QFile(path).open(QIODevice::WriteOnly));
-    const LogRecorder log;
-    const QByteArray data = SecurityScopedBookmark(QUrl::fromLocalFile(path)).getBookmarkData();
-    EXPECT_EQ(SecurityScopedBookmark(data).getBookmarkData(), data);
-
-    ASSERT_TRUE(QFile::rename(path, renamed));
-    SecurityScopedBookmark moved(data);
-    EXPECT_EQ(moved.getSecurityUrl(), QUrl::fromLocalFile(renamed));
-    EXPECT_NE(moved.getBookmarkData(), data);
-    EXPECT_EQ(SecurityScopedBookmark(moved.getBookmarkData()).getBookmarkData(), moved.getBookmarkData());
-    EXPECT_EQ(log.lines(), QStringList());
 }
