@@ -22,46 +22,36 @@ QByteArray nameOf(int descriptor)
 
 } // namespace
 
-AccessGrants::~AccessGrants()
-{
-    for (const auto &[path, grant] : m_grants)
-        ::close(grant.descriptor);
-}
-
 bool AccessGrants::start(const QByteArray &path)
 {
     if (::faccessat(AT_FDCWD, path.constData(), R_OK, AT_EACCESS) != 0)
         return false;
     const std::lock_guard lock(m_mutex);
-    if (const auto known = m_grants.find(path); known != m_grants.end())
-        return ++known->second.count > 0;
-    // A path descriptor holds the inode without reading: pipes do not block, devices do not start.
-    const int descriptor = ::open(path.constData(), O_PATH | O_NOFOLLOW | O_CLOEXEC);
-    const auto identity = identityOf(path);
-    if (descriptor >= 0 && identity)
-        m_grants.emplace(path, Grant{descriptor, *identity, 1});
-    else if (descriptor >= 0)
-        ::close(descriptor);
-    return descriptor >= 0 && identity;
+    Grant &grant = m_grants[path];
+    if (grant.count++ > 0 || m_grants.size() > MaximumHeld)
+        return true;
+    // A path descriptor holds the inode without reading: pipes do not block, devices do not start. Nothing is lost but
+    // the hold when the process has no descriptor left.
+    grant.descriptor = FileDescriptor(::open(path.constData(), O_PATH | O_NOFOLLOW | O_CLOEXEC));
+    grant.identity = identityOf(path).value_or(FileIdentity());
+    return true;
 }
 
 void AccessGrants::stop(const QByteArray &path)
 {
     const std::lock_guard lock(m_mutex);
     const auto known = m_grants.find(path);
-    if (known == m_grants.end() || --known->second.count > 0)
-        return;
-    ::close(known->second.descriptor);
-    m_grants.erase(known);
+    if (known != m_grants.end() && --known->second.count == 0)
+        m_grants.erase(known);
 }
 
 QByteArray AccessGrants::pathOf(const FileIdentity &identity) const
 {
     const std::lock_guard lock(m_mutex);
     for (const auto &[path, grant] : m_grants) {
-        if (!grant.identity.isSameItem(identity))
+        if (!grant.descriptor.isOpen() || !grant.identity.isSameItem(identity))
             continue;
-        QByteArray now = nameOf(grant.descriptor);
+        QByteArray now = nameOf(grant.descriptor.get());
         const auto present = identityOf(now); // none when it is deleted or beyond this process's root
         if (present && present->isSameItem(identity))
             return now;

@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include <platform/filedescriptor.h>
 #include <platform/fileidentity.h>
 
 #include <map>
@@ -10,13 +11,13 @@
 
 namespace dravelin::detail {
 
-/// Files and directories held open, each counted by its path. From any thread.
+/// Files and directories to which there is access, each counted by its path and held open, while there are not too
+/// many. From any thread.
 class AccessGrants
 {
 public:
-    AccessGrants() = default;
-    ~AccessGrants();
-    Q_DISABLE_COPY_MOVE(AccessGrants)
+    /// A quarter of the files that a program may commonly have open: a long list of documents leaves room for others.
+    static constexpr size_t MaximumHeld = 256;
 
     /// False when the item at `path` cannot be read.
     [[nodiscard]] bool start(const QByteArray &path);
@@ -29,8 +30,8 @@ public:
 private:
     struct Grant
     {
-        int descriptor;
-        FileIdentity identity;
+        FileDescriptor descriptor;
+        FileIdentity identity; ///< of what is held
         quint64 count = 0;
     };
 

@@ -9,6 +9,8 @@
 
 #include <zlib.h>
 
+#include <climits>
+
 namespace dravelin::detail {
 
 using namespace Qt::StringLiterals;
@@ -47,12 +49,13 @@ bool readFields(QDataStream &stream, quint8 version, BookmarkRecord &record)
            && stream.atEnd();
 }
 
-/// No path that the file functions would cut short, or take from elsewhere, and no date beyond every calendar.
+/// No path that the file functions would refuse, cut short or take from elsewhere, and no date beyond every calendar.
 bool isUsable(const BookmarkRecord &record)
 {
     constexpr qint64 farAway = qint64(1) << 50; // seconds
     const qint64 birth = record.identity.birthSeconds;
-    return record.path.startsWith('/') && !record.path.contains('\0') && birth > -farAway && birth < farAway;
+    const bool isPath = record.path.startsWith('/') && !record.path.contains('\0') && record.path.size() < PATH_MAX;
+    return isPath && birth > -farAway && birth < farAway;
 }
 
 std::optional<BookmarkRecord> fail(QString *error, const QString &cause)
@@ -80,6 +83,8 @@ QByteArray writeBookmark(const BookmarkRecord &record)
 
 std::optional<BookmarkRecord> readBookmark(const QByteArray &bookmark, QString *error)
 {
+    if (bookmark.isEmpty())
+        return fail(error, u"there is no bookmark"_s);
     QDataStream stream(bookmark);
     stream.setVersion(QDataStream::Qt_6_0);
     quint32 magic = 0;

@@ -5,6 +5,7 @@
 
 #include <platform/accessgrants.h>
 #include <platform/bookmarkrecord.h>
+#include <platform/movedfile.h>
 
 #include <QtCore/QDir>
 #include <QtCore/QFile>
@@ -30,19 +31,25 @@ void report(QString *error, const QString &cause)
         *error = cause;
 }
 
-QUrl toUrl(const QByteArray &path) { return QUrl::fromLocalFile(QFile::decodeName(path)); }
+/// Bytes of a name that are no text become escapes, which toPath() reads again; QUrl::toLocalFile() cannot.
+QUrl toUrl(const QByteArray &path)
+{
+    if (path.isValidUtf8())
+        return QUrl::fromLocalFile(QFile::decodeName(path));
+    return QUrl(u"file://"_s + QString::fromLatin1(path.toPercentEncoding("/")));
+}
 
 /// Absolute and without a slash at the end, which would follow a link; absent for what is no local file.
 QByteArray toPath(const QUrl &url)
 {
     if (!url.isLocalFile() || (!url.host().isEmpty() && url.host() != "localhost"_L1))
         return {};
-    QString path = url.path(QUrl::FullyDecoded);
-    if (!path.startsWith(u'/'))
-        path = path.isEmpty() ? path : QDir::currentPath() + u'/' + path;
-    while (path.size() > 1 && path.endsWith(u'/'))
+    QByteArray path = QByteArray::fromPercentEncoding(url.path(QUrl::FullyEncoded).toLatin1());
+    if (!path.isEmpty() && !path.startsWith('/'))
+        path.prepend(QFile::encodeName(QDir::currentPath()) + '/');
+    while (path.size() > 1 && path.endsWith('/'))
         path.chop(1);
-    return path.contains(QChar(u'\0')) ? QByteArray() : QFile::encodeName(path);
+    return path.contains('\0') ? QByteArray() : path;
 }
 
 /// Whether the whole grant that the options ask for can be had; otherwise errno has the cause.
@@ -54,12 +61,13 @@ bool isAccessible(const QByteArray &path, quint64 options)
     return ::faccessat(AT_FDCWD, path.constData(), readOnly ? R_OK : R_OK | W_OK, AT_EACCESS) == 0;
 }
 
-/// Nobody who chose a file expects a directory under its name, or the other way round.
-bool isReplacement(const detail::FileIdentity &present, const detail::FileIdentity &former)
+/// Nobody who chose a file expects a directory, a pipe or a link to nowhere under its name.
+bool isReplacement(const QByteArray &path, quint16 formerType)
 {
-    const bool isSwapped =
-        (present.type == S_IFDIR && former.type == S_IFREG) || (present.type == S_IFREG && former.type == S_IFDIR);
-    return !isSwapped;
+    struct stat present = {};
+    if (formerType != S_IFREG && formerType != S_IFDIR)
+        return true;
+    return ::stat(path.constData(), &present) == 0 && (present.st_mode & S_IFMT) == formerType;
 }
 
 class FileBookmarks : public BookmarkService
@@ -87,13 +95,17 @@ public:
         if (!record)
             return {};
         const auto present = detail::identityOf(record->path);
-        const bool isPathValid = present && isReplacement(*present, record->identity);
-        const QByteArray path = isPathValid ? record->path : find(*record);
-        if (path.isNull())
-            report(error, explainLoss(*record, present.has_value()));
-        else if (stale)
-            *stale = !isPathValid || !present->isSameItem(record->identity);
-        return path.isNull() ? QUrl() : toUrl(path);
+        const int cause = present ? 0 : errno;
+        const bool isSame = present && present->isSameItem(record->identity);
+        const bool isThere = isSame || (present && isReplacement(record->path, record->identity.type));
+        const QByteArray path = isThere ? record->path : find(*record);
+        if (path.isNull() || (!isThere && isThrownAway(*record, path))) {
+            report(error, explainLoss(*record, path, cause));
+            return {};
+        }
+        if (stale)
+            *stale = !isSame;
+        return toUrl(path);
     }
 
     bool startAccess(const QUrl &url) override
@@ -107,18 +119,31 @@ public:
 private:
     [[nodiscard]] QByteArray find(const detail::BookmarkRecord &record) const
     {
-        const QByteArray held = m_grants.pathOf(record.identity);
-        return held.isNull() ? detail::findMoved(record.identity, record.path, MaximumEntries) : held;
+        QByteArray path = m_grants.pathOf(record.identity);
+        if (path.isNull() && !detail::isVolumePresent(record.identity, record.path))
+            path = detail::findOnMovedVolume(record.identity, record.path);
+        return path.isNull() ? detail::findMoved(record.identity, record.path, MaximumEntries) : path;
     }
 
-    static QString explainLoss(const detail::BookmarkRecord &record, bool isOther)
+    static bool isThrownAway(const detail::BookmarkRecord &record, const QByteArray &path)
     {
-        const QString path = QFile::decodeName(record.path);
-        if (isOther)
-            return u"\"%1\" is no longer the file or directory that it was, which is not nearby"_s.arg(path);
-        const bool isMounted = detail::isVolumePresent(record.identity, record.path);
-        return u"\"%1\" is neither there nor nearby%2"_s.arg(path,
-                                                             isMounted ? u""_s : u"; its volume may not be mounted"_s);
+        return detail::isInTrash(path) && !detail::isInTrash(record.path);
+    }
+
+    /// \param path in the trash, or absent
+    /// \param cause why the old path could not be asked, 0 when it could
+    static QString explainLoss(const detail::BookmarkRecord &record, const QByteArray &path, int cause)
+    {
+        QString text = u"\"%1\" is neither there nor nearby"_s;
+        if (!path.isNull())
+            text = u"\"%1\" is in the trash"_s;
+        else if (cause == 0)
+            text = u"\"%1\" is no longer the file or directory that it was, which is not nearby"_s;
+        else if (cause != ENOENT && cause != ENOTDIR)
+            text = u"\"%1\": "_s + qt_error_string(cause);
+        else if (!detail::isVolumePresent(record.identity, record.path))
+            text += u"; its volume may not be mounted"_s;
+        return text.arg(QFile::decodeName(record.path));
     }
 
     detail::AccessGrants m_grants;

@@ -34,12 +34,4 @@ struct FileIdentity
 /// cause in errno.
 [[nodiscard]] std::optional<FileIdentity> identityOf(const QByteArray &path);
 
-/// Looks for an item that used to be at `oldPath`: in its directory, below that, then below up to three levels above,
-/// never into other file systems, until `maximumEntries` directory entries were seen. \return the path, absent when not
-/// found
-[[nodiscard]] QByteArray findMoved(const FileIdentity &identity, const QByteArray &oldPath, int maximumEntries);
-
-/// Whether what is there of `path`, be it only a directory above it, is on the device that the item was on.
-[[nodiscard]] bool isVolumePresent(const FileIdentity &identity, QByteArray path);
-
 } // namespace dravelin::detail

@@ -55,8 +55,8 @@ int main(int argc, char **argv)
     //! [again]
     const QByteArray stored = defaults->objectForKey("plan").toByteArray();
     dravelin::SecurityScopedBookmark plan(stored);
-    const QUrl url = plan.getSecurityUrl(); // empty when the file is lost
-    if (plan.getBookmarkData() != stored)   // it was stale, and has been renewed
+    const QUrl url = plan.getSecurityUrl();                 // empty when the file is lost
+    if (!url.isEmpty() && plan.getBookmarkData() != stored) // it was stale, and has been renewed
         defaults->setObject(plan.getBookmarkData(), "plan");
     //! [again]
     out << "found: " << url.fileName() << '\n';

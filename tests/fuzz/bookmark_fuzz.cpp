@@ -7,6 +7,8 @@
 #include <QtCore/QFile>
 #include <QtCore/QtEndian>
 
+#include <zlib.h>
+
 #include <cstdint>
 #include <cstdlib>
 
@@ -27,17 +29,6 @@ const QString &folder()
     return path;
 }
 
-quint32 crc32(QByteArrayView bytes)
-{
-    quint32 crc = ~quint32(0);
-    for (const char byte : bytes) {
-        crc ^= quint8(byte);
-        for (int bit = 0; bit < 8; ++bit)
-            crc = crc >> 1 ^ (crc & 1 ? 0xEDB88320 : 0);
-    }
-    return ~crc;
-}
-
 /// Otherwise hardly any input would get beyond the check. The first version had a shorter one.
 QByteArray withChecksum(QByteArray bytes)
 {
@@ -50,7 +41,7 @@ QByteArray withChecksum(QByteArray bytes)
     if (isFirst)
         qToBigEndian(qChecksum(content), end);
     else
-        qToBigEndian(crc32(content), end);
+        qToBigEndian(quint32(::crc32(0, reinterpret_cast<const Bytef *>(content.data()), uInt(content.size()))), end);
     return bytes;
 }
 

@@ -18,8 +18,10 @@ int writeOneByOne(dravelin::UserDefaults &store, const QString &prefix, int coun
 {
     for (int i = 0; i < count; ++i) {
         store.setObject(i, prefix + QString::number(i));
-        if (!store.synchronize())
-            return 1;
+        for (int attempt = 0; !store.synchronize(); ++attempt) { // on a slow machine others may come first
+            if (attempt == 20)
+                return 1;
+        }
         std::printf("%d\n", i);
         std::fflush(stdout);
     }

@@ -10,14 +10,21 @@ using namespace dravelin;
 
 ChosenFile::ChosenFile(const QUrl &url) : m_bookmark(url), m_url(url) {}
 
-ChosenFile::ChosenFile(const QByteArray &stored) : m_bookmark(stored) { judge(stored); }
+ChosenFile::ChosenFile(const QByteArray &stored) : m_bookmark(stored), m_stored(stored) { judge(stored); }
 
 void ChosenFile::lookAgain()
 {
     const QByteArray stored = data();
     m_bookmark.stopAccess();
-    m_bookmark.resolveWithUI(true);
+    m_bookmark = SecurityScopedBookmark(stored);
     judge(stored);
+}
+
+QByteArray ChosenFile::data()
+{
+    if (const QByteArray made = m_bookmark.getBookmarkData(); !made.isNull())
+        m_stored = made;
+    return m_stored;
 }
 
 void ChosenFile::judge(const QByteArray &stored)

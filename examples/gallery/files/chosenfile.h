@@ -23,8 +23,8 @@ public:
     void lookAgain();
     void toggleAccess();
 
-    /// To be stored: what finds the file in a later run.
-    [[nodiscard]] QByteArray data() { return m_bookmark.getBookmarkData(); }
+    /// To be stored: what finds the file in a later run, or the last that did when it cannot be made anew.
+    [[nodiscard]] QByteArray data();
 
     [[nodiscard]] State state() const { return m_state; }
     [[nodiscard]] bool hasAccess() const { return m_bookmark.hasSecurityAccess(); }
@@ -39,6 +39,7 @@ private:
     void judge(const QByteArray &stored);
 
     dravelin::SecurityScopedBookmark m_bookmark;
+    QByteArray m_stored;
     QUrl m_url; ///< empty when lost; asking the bookmark for it would start access
     State m_state = State::Chosen;
 };

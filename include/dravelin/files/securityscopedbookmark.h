@@ -20,8 +20,8 @@ namespace dravelin {
 ///     settings.save(chosen.getBookmarkData());
 ///
 ///     dravelin::SecurityScopedBookmark again(settings.load());    // next start, the file renamed meanwhile
-///     open(again.getSecurityUrl());
-///     settings.save(again.getBookmarkData());                     // renewed if it was stale
+///     if (const QUrl url = again.getSecurityUrl(); !url.isEmpty() && open(url))
+///         settings.save(again.getBookmarkData());                 // renewed if it was stale
 ///
 /// Works through the BookmarkService that is in use when it is made. Problems are log lines that begin with "SSBM: ".
 /// A moved-from object has no URL, bookmark or access. Use an object from one thread at a time.
@@ -36,7 +36,7 @@ public:
 
     /// Resolves the bookmark without asking the user, renews it when it is stale, and starts access. Empty data leaves
     /// an object without URL and bookmark; with data that does not resolve, getSecurityUrl() is empty, and nothing is
-    /// logged.
+    /// logged. When a stale one cannot be renewed, which is logged, there is neither URL nor bookmark: keep the data.
     /// \operation{initWithBookmarkData:}
     explicit SecurityScopedBookmark(const QByteArray &bookmarkData);
 

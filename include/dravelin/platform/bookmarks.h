@@ -60,14 +60,16 @@ public:
     /// \cost a few questions to the file system about the one item; its contents are not read
     [[nodiscard]] virtual QByteArray create(const QUrl &url, quint64 options = 0, QString *error = nullptr) = 0;
 
-    /// Where the item is now. The default service takes the old path when something is there, except a directory in
-    /// place of a file or a file in place of a directory. Otherwise it looks for the same item: among those to which
-    /// access is held, then in the old directory, then below and a few levels above it, on the same file system, and
-    /// gives up after 20,000 directory entries.
+    /// Where the item is now. The default service takes the old path when something is there, except what is no file in
+    /// place of a file and what is no directory in place of a directory; links count as what they lead to. Otherwise it
+    /// looks for the same item: among those to which access is held, at the same place of a local disk that is mounted
+    /// elsewhere now, then in the old directory, then below and a few levels above it, on the same file system, and
+    /// gives up after 20,000 entries of directories other than the old one. What is found in the trash counts as lost.
     /// \param stale receives true when the bookmark should be made anew: the item has moved or another took its place;
     /// may be null
     /// \param error receives the cause in words when there is no URL; may be null
-    /// \return an empty URL when the item is not found or `bookmark` is no bookmark
+    /// \return an empty URL when the item is not found or `bookmark` is no bookmark. Bytes of a name that are no UTF-8
+    /// are percent escapes of the URL, which this class understands and QUrl::toLocalFile() does not.
     /// \cost as create() when the item is in its place; otherwise a search of the directories
     [[nodiscard]] virtual QUrl resolve(const QByteArray &bookmark, quint64 options = 0, bool *stale = nullptr,
                                        QString *error = nullptr) = 0;
@@ -75,8 +77,9 @@ public:
     /// Opens access to the item of a bookmark; each success is balanced by stopAccess() with the same URL. With the
     /// default service it succeeds for what is readable, and holds the item by one file descriptor until it was stopped
     /// as often as started: resolve() then finds it wherever it is moved to on its file system, and no other item can
-    /// get its inode, not even when it is deleted. Its volume cannot be unmounted as long. This class's own function
-    /// only tells whether a file is readable.
+    /// get its inode, not even when it is deleted. Its volume cannot be unmounted as long. No more than 256 items are
+    /// held at a time, and none when the process has no descriptor left; access to others only counts. This class's own
+    /// function only tells whether a file is readable.
     [[nodiscard]] virtual bool startAccess(const QUrl &url);
     /// More often than startAccess() does no harm by itself, but may take away what another part of the program
     /// started.
