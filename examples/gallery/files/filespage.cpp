@@ -27,7 +27,7 @@ QDir sampleFolder() { return {QStandardPaths::writableLocation(QStandardPaths::C
 
 } // namespace
 
-FilesPage::FilesPage() : m_sample(sampleFolder(), u"sample.txt"_s), m_state(new QLabel)
+FilesPage::FilesPage() : m_sample(sampleFolder(), u"sample.txt"_s), m_state(new QLabel), m_unsaved(new QLabel)
 {
     auto *layout = new QVBoxLayout(this);
     auto *explanation = new QLabel(tr("Choose files, quit the gallery, rename or replace them, and start it again: "
@@ -40,6 +40,9 @@ FilesPage::FilesPage() : m_sample(sampleFolder(), u"sample.txt"_s), m_state(new 
     m_state->setAccessibleName(tr("What happened"));
     m_state->setWordWrap(true);
     layout->addWidget(m_state);
+    m_unsaved->setText(tr("The preferences cannot be written: the next start will not know these files."));
+    m_unsaved->setWordWrap(true);
+    layout->addWidget(m_unsaved);
     load();
 }
 
@@ -119,7 +122,7 @@ void FilesPage::save()
     for (ChosenFile &file : m_files)
         stored << file.data();
     UserDefaults::standardUserDefaults()->setObject(stored, key);
-    UserDefaults::standardUserDefaults()->synchronize();
+    m_unsaved->setVisible(!UserDefaults::standardUserDefaults()->synchronize());
 }
 
 void FilesPage::showFiles()

@@ -60,4 +60,5 @@ private:
     FileList *m_list = nullptr;
     QList<QPushButton *> m_forSelection, m_forSample;
     QLabel *m_state = nullptr;
+    QLabel *m_unsaved = nullptr;
 };
