@@ -41,7 +41,7 @@ private:
     [[nodiscard]] QString changeText() const;
 
     dravelin::SecurityScopedBookmark m_bookmark;
-    QUrl m_url;    ///< empty when lost; asking the bookmark for it would start access
-    QUrl m_before; ///< where it was when it was stored
+    QUrl m_url; ///< empty when lost; asking the bookmark for it would start access
     State m_state = State::Chosen;
+    QUrl m_before; ///< where it was when it was stored
 };
