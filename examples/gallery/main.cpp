@@ -15,6 +15,7 @@
 
 #include <dravelin/version.h>
 
+#include <QtGui/QShortcut>
 #include <QtWidgets/QApplication>
 
 using namespace Qt::StringLiterals;
@@ -63,5 +64,6 @@ int main(int argc, char **argv)
         return runTour(arguments.value(2, u"gallery-tour"_s));
     Window window;
     static_cast<QWidget &>(window).show();
+    const QShortcut quit(QKeySequence::Quit, &window, &QApplication::closeAllWindows);
     return QApplication::exec();
 }

@@ -24,7 +24,7 @@ bool Tour::expect(bool holds, const QString &what)
 
 bool Tour::waitFor(const std::function<bool()> &condition, const QString &what)
 {
-    const QDeadlineTimer deadline(20'000);
+    const QDeadlineTimer deadline(180'000); // nothing takes this long but on a machine that does much else
     while (!condition() && !deadline.hasExpired()) {
         QCoreApplication::processEvents(QEventLoop::AllEvents, 50);
         QThread::msleep(2);

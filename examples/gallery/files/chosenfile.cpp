@@ -29,6 +29,8 @@ QByteArray ChosenFile::data()
 
 void ChosenFile::judge(const QByteArray &stored)
 {
+    const auto contents = BookmarkService::contents(stored);
+    m_before = contents ? contents->url : QUrl();
     m_url = m_bookmark.getSecurityUrl();
     if (m_url.isEmpty())
         m_state = State::Lost;
@@ -52,6 +54,14 @@ QString ChosenFile::path()
     return contents ? contents->url.toLocalFile() : tr("unknown");
 }
 
+QString ChosenFile::changeText() const
+{
+    if (m_before == m_url)
+        return tr("replaced");
+    const bool isRenamed = m_before.adjusted(QUrl::RemoveFilename) == m_url.adjusted(QUrl::RemoveFilename);
+    return isRenamed ? tr("renamed from %1").arg(m_before.fileName()) : tr("moved from %1").arg(m_before.toLocalFile());
+}
+
 QString ChosenFile::stateText() const
 {
     switch (m_state) {
@@ -60,7 +70,7 @@ QString ChosenFile::stateText() const
     case State::InPlace:
         return tr("regained in its place");
     case State::Stale:
-        return tr("regained, was stale: renewed");
+        return tr("regained, was stale: %1").arg(changeText());
     case State::Lost:
         return tr("lost");
     }

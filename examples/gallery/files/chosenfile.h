@@ -37,9 +37,12 @@ public:
 private:
     /// What became of the bookmark that was stored.
     void judge(const QByteArray &stored);
+    /// Of a file that was found again.
+    [[nodiscard]] QString changeText() const;
 
     dravelin::SecurityScopedBookmark m_bookmark;
     QByteArray m_stored;
     QUrl m_url; ///< empty when lost; asking the bookmark for it would start access
     State m_state = State::Chosen;
+    QUrl m_before; ///< where it was when it was stored
 };

@@ -14,6 +14,8 @@
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QVBoxLayout>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 using namespace dravelin;
 
@@ -25,7 +27,7 @@ QDir sampleFolder() { return {QStandardPaths::writableLocation(QStandardPaths::C
 
 } // namespace
 
-FilesPage::FilesPage() : m_sample(sampleFolder(), u"sample.txt"_s), m_state(new QLabel)
+FilesPage::FilesPage() : m_sample(sampleFolder(), u"sample.txt"_s), m_state(new QLabel), m_unsaved(new QLabel)
 {
     auto *layout = new QVBoxLayout(this);
     auto *explanation = new QLabel(tr("Choose files, quit the gallery, rename or replace them, and start it again: "
@@ -36,7 +38,11 @@ FilesPage::FilesPage() : m_sample(sampleFolder(), u"sample.txt"_s), m_state(new 
     layout->addWidget(makeButtons());
     layout->addWidget(makeSampleButtons());
     m_state->setAccessibleName(tr("What happened"));
+    m_state->setWordWrap(true);
     layout->addWidget(m_state);
+    m_unsaved->setText(tr("The preferences cannot be written: the next start will not know these files."));
+    m_unsaved->setWordWrap(true);
+    layout->addWidget(m_unsaved);
     load();
 }
 
@@ -62,18 +68,13 @@ QWidget *FilesPage::makeButtons()
     auto *panel = new QWidget;
     auto *layout = new QHBoxLayout(panel);
     layout->setContentsMargins({});
-    addButton(layout, tr("&Choose Files..."), &FilesPage::openDialog);
-    QPushButton *const forSelection[] = {
+    addButton(layout, tr("&Choose Files…"), &FilesPage::openDialog);
+    m_forSelection = {
         addButton(layout, tr("&Look Again"), &FilesPage::lookAgain),
         addButton(layout, tr("&Stop or Start Access"), &FilesPage::toggleAccess),
         addButton(layout, tr("&Remove from the List"), &FilesPage::removeSelected),
     };
-    const auto follow = [this, forSelection] {
-        for (QPushButton *button : forSelection)
-            button->setEnabled(!m_list->selectedItems().isEmpty());
-    };
-    connect(m_list, &QTreeWidget::itemSelectionChanged, panel, follow);
-    follow();
+    connect(m_list, &QTreeWidget::itemSelectionChanged, this, &FilesPage::enableButtons);
     layout->addStretch();
     return panel;
 }
@@ -83,13 +84,23 @@ QWidget *FilesPage::makeSampleButtons()
     auto *panel = new QGroupBox(tr("Try it with a sample file"));
     auto *layout = new QHBoxLayout(panel);
     addButton(layout, tr("&Make and Choose It"), &FilesPage::makeSample);
-    addButton(layout, tr("Re&name It"), &FilesPage::renameSample);
-    addButton(layout, tr("Re&place It"), &FilesPage::replaceSample);
-    addButton(layout, tr("&Delete It"), &FilesPage::deleteSample);
+    m_forSample = {
+        addButton(layout, tr("Re&name It"), &FilesPage::renameSample),
+        addButton(layout, tr("Re&place It"), &FilesPage::replaceSample),
+        addButton(layout, tr("&Delete It"), &FilesPage::deleteSample),
+    };
     layout->addSpacing(24);
     addButton(layout, tr("Read the List &as at the Next Start"), &FilesPage::load);
     layout->addStretch();
     return panel;
+}
+
+void FilesPage::enableButtons()
+{
+    for (QPushButton *button : std::as_const(m_forSelection))
+        button->setEnabled(!m_list->selectedItems().isEmpty());
+    for (QPushButton *button : std::as_const(m_forSample))
+        button->setEnabled(m_sample.exists());
 }
 
 void FilesPage::load()
@@ -111,7 +122,7 @@ void FilesPage::save()
     for (ChosenFile &file : m_files)
         stored << file.data();
     UserDefaults::standardUserDefaults()->setObject(stored, key);
-    UserDefaults::standardUserDefaults()->synchronize();
+    m_unsaved->setVisible(!UserDefaults::standardUserDefaults()->synchronize());
 }
 
 void FilesPage::showFiles()
@@ -124,21 +135,29 @@ void FilesPage::showFiles()
         if (file.state() == ChosenFile::State::Lost)
             item->setForeground(1, Qt::red);
     }
+    enableButtons();
 }
 
 void FilesPage::openDialog() { choose(QFileDialog::getOpenFileUrls(this, tr("Choose Files"))); }
 
 void FilesPage::choose(const QList<QUrl> &urls)
 {
+    QStringList refused;
     for (const QUrl &url : urls) {
+        const auto isIt = [path = url.toLocalFile()](ChosenFile &file) {
+            return file.state() != ChosenFile::State::Lost && file.path() == path;
+        };
         ChosenFile file(url);
-        const bool worked = !file.data().isNull();
-        tell(worked, tr("%1 was chosen").arg(url.fileName()));
-        if (worked)
+        if (file.data().isNull())
+            refused << url.toDisplayString(QUrl::PreferLocalFile);
+        else if (std::none_of(m_files.begin(), m_files.end(), isIt))
             m_files.push_back(std::move(file));
     }
     save();
     showFiles();
+    if (!urls.isEmpty())
+        tell(refused.isEmpty(), tr("Files chosen: %1").arg(urls.size()),
+             tr("No bookmark can be made of %1.").arg(refused.join(u", "_s)));
 }
 
 void FilesPage::withSelected(const std::function<void(ChosenFile &)> &operation)
@@ -158,13 +177,13 @@ void FilesPage::withSelected(const std::function<void(ChosenFile &)> &operation)
 void FilesPage::lookAgain()
 {
     withSelected(&ChosenFile::lookAgain);
-    tell(true, tr("The selected files were looked for."));
+    m_state->setText(tr("The selected files were looked for."));
 }
 
 void FilesPage::toggleAccess()
 {
     withSelected(&ChosenFile::toggleAccess);
-    tell(true, tr("Access to the selected files was stopped or started."));
+    m_state->setText(tr("Access to the selected files was stopped or started."));
 }
 
 void FilesPage::removeSelected()
@@ -175,7 +194,7 @@ void FilesPage::removeSelected()
             kept.push_back(std::move(m_files[size_t(row)]));
     }
     m_files = std::move(kept);
-    tell(true, tr("The selected files were removed from the list."));
+    m_state->setText(tr("The selected files were removed from the list."));
     save();
     showFiles();
 }
@@ -183,18 +202,32 @@ void FilesPage::removeSelected()
 void FilesPage::makeSample()
 {
     const bool made = m_sample.make();
-    tell(made, tr("%1 was made").arg(m_sample.path()));
     if (made)
         choose({m_sample.url()});
+    tell(made, tr("%1 was made and chosen.").arg(m_sample.path()), tr("%1 cannot be written.").arg(m_sample.path()));
 }
 
-void FilesPage::renameSample() { tell(m_sample.rename(), tr("the sample file was renamed: Look Again finds it")); }
-
-void FilesPage::replaceSample() { tell(m_sample.replace(), tr("the sample file was replaced, as editors save")); }
-
-void FilesPage::deleteSample() { tell(m_sample.remove(), tr("the sample file was deleted")); }
-
-void FilesPage::tell(bool worked, const QString &what)
+void FilesPage::renameSample()
 {
-    m_state->setText(worked ? what : tr("That did not work: %1").arg(what));
+    const bool renamed = m_sample.rename();
+    tell(renamed,
+         tr("The file is %1 now. Look Again finds it, and so does the next start.").arg(m_sample.url().fileName()),
+         tr("The sample file cannot be renamed."));
+}
+
+void FilesPage::replaceSample()
+{
+    tell(m_sample.replace(), tr("A new file has taken the sample file's place, as editors save."),
+         tr("The sample file cannot be replaced."));
+}
+
+void FilesPage::deleteSample()
+{
+    tell(m_sample.remove(), tr("The sample file was deleted."), tr("The sample file cannot be deleted."));
+}
+
+void FilesPage::tell(bool worked, const QString &what, const QString &otherwise)
+{
+    m_state->setText(worked ? what : otherwise);
+    enableButtons();
 }

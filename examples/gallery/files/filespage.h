@@ -34,6 +34,7 @@ private:
     QWidget *makeButtons();
     QWidget *makeSampleButtons();
     QPushButton *addButton(QBoxLayout *layout, const QString &text, void (FilesPage::*operation)());
+    void enableButtons();
 
     /// As at a start: what is stored is all that is known.
     void load();
@@ -51,10 +52,13 @@ private:
     void renameSample();
     void replaceSample();
     void deleteSample();
-    void tell(bool worked, const QString &what);
+    /// \param what that it worked, or what did not
+    void tell(bool worked, const QString &what, const QString &otherwise);
 
     std::vector<ChosenFile> m_files;
     SampleFile m_sample;
     FileList *m_list = nullptr;
+    QList<QPushButton *> m_forSelection, m_forSample;
     QLabel *m_state = nullptr;
+    QLabel *m_unsaved = nullptr;
 };

@@ -19,8 +19,10 @@ bool SampleFile::make()
 bool SampleFile::rename()
 {
     const QFileInfo info(m_name);
-    const QString name = info.baseName().section(u'-', 0, 0) + u"-%1."_s.arg(++m_version) + info.suffix();
-    m_folder.remove(name);
+    QString name;
+    do {
+        name = info.baseName().section(u'-', 0, 0) + u"-%1."_s.arg(++m_version) + info.suffix();
+    } while (m_folder.exists(name));
     return m_folder.rename(m_name, name) && !(m_name = name).isEmpty();
 }
 

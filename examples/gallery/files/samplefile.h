@@ -13,6 +13,7 @@ public:
     explicit SampleFile(const QDir &folder, const QString &name);
 
     [[nodiscard]] bool make();
+    [[nodiscard]] bool exists() const { return m_folder.exists(m_name); }
     /// As a file manager does it.
     [[nodiscard]] bool rename();
     /// As an editor saves: a new file takes the old one's place.

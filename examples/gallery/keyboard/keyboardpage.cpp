@@ -75,9 +75,9 @@ QWidget *KeyboardPage::makeButtons()
     auto *buttons = new QWidget;
     auto *layout = new QHBoxLayout(buttons);
     layout->setContentsMargins({});
-    layout->addWidget(makeBlockButton(tr("Block, then discard the mouse"), dravelin::discardAllMouseEvents));
-    layout->addWidget(makeBlockButton(tr("Block, then discard all"), dravelin::discardAllEvents));
-    layout->addWidget(makeBlockButton(tr("Block, discard nothing"), nullptr));
+    layout->addWidget(makeBlockButton(tr("Block, then discard the &mouse"), dravelin::discardAllMouseEvents));
+    layout->addWidget(makeBlockButton(tr("Block, then discard &all"), dravelin::discardAllEvents));
+    layout->addWidget(makeBlockButton(tr("Block, discard &nothing"), nullptr));
     layout->addWidget(m_counts, 1);
     return buttons;
 }
@@ -94,6 +94,8 @@ void KeyboardPage::block(void (*discard)())
 {
     m_keyboard->setFocus();
     m_keys = m_presses = 0;
+    m_counts->setText(tr("Blocked for %1 seconds: type and click").arg(m_blockSeconds));
+    m_counts->repaint();
     QThread::sleep(static_cast<unsigned long>(m_blockSeconds));
     if (discard)
         discard();

@@ -21,7 +21,7 @@ struct LoadedSound
 [[nodiscard]] QString systemSoundFolder();
 
 /// Loads all files of a folder in the background, by name. The future tells the progress, and cancelling it ends the
-/// work after the file at hand.
+/// work after the file at hand. It ends early when more than a gigabyte has been loaded.
 [[nodiscard]] QFuture<LoadedSound> loadSounds(const QString &folder);
 
 /// The sound of a recording or of a computation, as if it had been loaded.

@@ -19,12 +19,17 @@ constexpr int frame = 33; // milliseconds from picture to picture
 
 } // namespace
 
-SoundBoard::SoundBoard() { setAccessibleName(tr("Sounds")); }
+SoundBoard::SoundBoard(QWidget *tabBefore) : m_tabBefore(tabBefore) { setAccessibleName(tr("Sounds")); }
 
 void SoundBoard::add(SoundPad *pad)
 {
     pad->setParent(this);
+    setTabOrder(m_pads.isEmpty() ? m_tabBefore : static_cast<QWidget *>(m_pads.constLast()), pad);
     m_pads << pad;
+    pad->setFocusPolicy(Qt::ClickFocus);
+    if (!m_tabStop)
+        makeTabStop(pad);
+    connect(pad, &SoundPad::entered, this, &SoundBoard::makeTabStop);
     connect(pad, &SoundPad::leaving, this, &SoundBoard::walk);
     arrange();
     pad->show();
@@ -32,9 +37,17 @@ void SoundBoard::add(SoundPad *pad)
 
 void SoundBoard::clear()
 {
-    qDeleteAll(m_pads);
-    m_pads.clear();
+    m_tabStop = nullptr;
+    qDeleteAll(std::exchange(m_pads, {}));
     arrange();
+}
+
+void SoundBoard::makeTabStop(SoundPad *pad)
+{
+    if (m_tabStop)
+        m_tabStop->setFocusPolicy(Qt::ClickFocus);
+    m_tabStop = pad;
+    pad->setFocusPolicy(Qt::StrongFocus);
 }
 
 void SoundBoard::follow()

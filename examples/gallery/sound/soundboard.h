@@ -9,13 +9,14 @@
 
 class SoundPad;
 
-/// Pads in rows. The arrow keys walk through them, and their positions move while something plays.
+/// Pads in rows. Tab comes to one of them, the arrow keys walk through them. Their positions move while something plays.
 class SoundBoard : public QWidget
 {
     Q_OBJECT
 
 public:
-    SoundBoard();
+    /// \param tabBefore from which Tab goes on to the pads
+    explicit SoundBoard(QWidget *tabBefore);
 
     [[nodiscard]] const QList<SoundPad *> &pads() const { return m_pads; }
     /// \param pad becomes the board's
@@ -38,8 +39,12 @@ protected:
 private:
     [[nodiscard]] int columns() const;
     void arrange();
+    /// From now on, Tab comes to this one.
+    void makeTabStop(SoundPad *pad);
     void walk(SoundPad *from, int key);
 
     QList<SoundPad *> m_pads;
+    QWidget *m_tabBefore;
+    SoundPad *m_tabStop = nullptr;
     QBasicTimer m_timer;
 };

@@ -20,6 +20,16 @@ namespace {
 constexpr int margin = 7;
 constexpr int headHeight = 20;
 
+const QColor refused(220, 60, 60);
+
+/// \param share of the second colour, 0 to 1
+QColor mixed(const QColor &first, const QColor &second, float share)
+{
+    const auto mix = [share](float a, float b) { return a + (b - a) * share; };
+    return QColor::fromRgbF(mix(first.redF(), second.redF()), mix(first.greenF(), second.greenF()),
+                            mix(first.blueF(), second.blueF()));
+}
+
 bool isArrow(int key) { return key >= Qt::Key_Left && key <= Qt::Key_Down; }
 
 void appendPosition(QList<double> &positions, const Sound &sound)
@@ -35,7 +45,8 @@ SoundPad::SoundPad(const LoadedSound &loaded, std::shared_ptr<Sound> sound)
 {
     setFocusPolicy(Qt::StrongFocus);
     setAttribute(Qt::WA_Hover);
-    setToolTip(m_name);
+    setToolTip(
+        tr("%1\nA click plays or stops it, a click with Shift plays it once more at the same time.").arg(m_name));
     setAccessibleName(tr("%1, %2 seconds").arg(m_name).arg(m_sound->duration(), 0, 'f', 1));
     m_refusal.setSingleShot(true);
     m_refusal.setInterval(1000);
@@ -92,6 +103,17 @@ void SoundPad::mousePressEvent(QMouseEvent *event)
     QAbstractButton::mousePressEvent(event);
 }
 
+void SoundPad::focusInEvent(QFocusEvent *event)
+{
+    QAbstractButton::focusInEvent(event);
+    Q_EMIT entered(this);
+}
+
+QColor SoundPad::softText() const
+{
+    return mixed(palette().color(QPalette::Text), palette().color(QPalette::Base), 0.45F);
+}
+
 QColor SoundPad::color() const
 {
     const QColor color = colorOfSound(m_sound->category());
@@ -129,12 +151,12 @@ void SoundPad::paintGround(QPainter &painter) const
     const bool playing = !m_positions.isEmpty();
     QColor ground = palette().color(QPalette::Base);
     if (playing)
-        ground = QColor::fromHsv(color().hue(), 45, 255);
+        ground = mixed(ground, color(), 0.25F);
     else if (isDown() || underMouse())
         ground = palette().color(QPalette::AlternateBase);
-    QPen pen(playing ? color().darker(120) : palette().color(QPalette::Mid), playing ? 2 : 1);
+    QPen pen(playing ? color() : palette().color(QPalette::Mid), playing ? 2 : 1);
     if (m_refusal.isActive())
-        pen = QPen(QColor(200, 40, 40), 2);
+        pen = QPen(refused, 2);
     painter.setPen(pen);
     painter.setBrush(ground);
     painter.drawRoundedRect(QRectF(rect()).adjusted(1.5, 1.5, -1.5, -1.5), 6, 6);
@@ -152,7 +174,7 @@ void SoundPad::paintTexts(QPainter &painter) const
     painter.setFont(small);
     const QRect head(margin + 2, 4, width() - 2 * margin - 4, headHeight);
     const QFontMetrics metrics(small);
-    painter.setPen(m_refusal.isActive() ? QColor(200, 40, 40) : palette().color(QPalette::PlaceholderText));
+    painter.setPen(m_refusal.isActive() ? refused : softText());
     painter.drawText(head, Qt::AlignRight | Qt::AlignVCenter, remark());
     const int space = head.width() - metrics.horizontalAdvance(remark()) - 6;
     painter.setPen(palette().color(QPalette::Text));
@@ -169,7 +191,7 @@ void SoundPad::paintWave(QPainter &painter) const
     for (qsizetype i = 0; i < m_peaks.size(); ++i) {
         const bool isPlayed = double(i) < furthest * double(m_peaks.size());
         const double bar = std::max(1.0, area.height() * std::sqrt(double(m_peaks[i])));
-        painter.setBrush(isPlayed ? color().darker(150) : color());
+        painter.setBrush(isPlayed ? mixed(color(), palette().color(QPalette::Text), 0.35F) : color());
         painter.drawRect(QRectF(area.left() + double(i) * step, area.center().y() - bar / 2, step * 0.75, bar));
     }
     painter.setPen(QPen(palette().color(QPalette::Text), 1.5));

@@ -38,6 +38,7 @@ public:
 
 Q_SIGNALS:
     void played(SoundPad *pad, bool overlapping);
+    void entered(SoundPad *pad);
     /// An arrow key asks for the pad in that direction.
     void leaving(SoundPad *pad, int key);
 
@@ -45,9 +46,12 @@ protected:
     void paintEvent(QPaintEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
+    void focusInEvent(QFocusEvent *event) override;
 
 private:
     [[nodiscard]] QColor color() const;
+    /// The texts' colour, mixed with the pad's ground.
+    [[nodiscard]] QColor softText() const;
     [[nodiscard]] QString remark() const;
     void describe();
     [[nodiscard]] QList<double> positions() const;

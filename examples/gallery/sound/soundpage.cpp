@@ -29,15 +29,18 @@ SoundPage::SoundPage() : m_depot(std::make_unique<dravelin::SoundDepot>())
     auto *layout = new QHBoxLayout(this);
     auto *left = new QVBoxLayout;
     left->addWidget(makeFolder());
-    m_board = new SoundBoard;
+    m_board = new SoundBoard(m_cancel);
     connect(m_board, &SoundBoard::fellSilent, this, &SoundPage::showDevice);
     auto *scroll = new QScrollArea;
     scroll->setWidgetResizable(true);
     scroll->setFrameShape(QFrame::NoFrame);
+    scroll->setFocusPolicy(Qt::NoFocus);
     scroll->setWidget(m_board);
     connect(m_board, &SoundBoard::walkedTo, scroll, [scroll](QWidget *pad) { scroll->ensureWidgetVisible(pad); });
     left->addWidget(scroll, 1);
-    m_device = new QLabel(tr("Nothing was played yet."));
+    m_device =
+        new QLabel(tr("A click plays a sound or stops it, a click with Shift plays it once more at the same time."));
+    m_device->setWordWrap(true);
     m_device->setContentsMargins(3, 0, 3, 0);
     left->addWidget(m_device);
     layout->addLayout(left, 1);
@@ -72,9 +75,10 @@ QWidget *SoundPage::makeFolder()
     layout->addWidget(m_state, 1);
     m_progress = new QProgressBar;
     m_progress->setFixedWidth(120);
+    m_progress->setAccessibleName(tr("Loading"));
     m_progress->hide();
     layout->addWidget(m_progress);
-    m_cancel = new QPushButton(tr("Cancel"));
+    m_cancel = new QPushButton(tr("&Cancel"));
     m_cancel->hide();
     connect(m_cancel, &QPushButton::clicked, &m_watcher, &QFutureWatcherBase::cancel);
     layout->addWidget(m_cancel);
@@ -128,6 +132,7 @@ QWidget *SoundPage::makeMute()
     auto *layout = new QHBoxLayout(panel);
     layout->setContentsMargins(0, 0, 0, 0);
     m_mute = new QCheckBox(tr("&Mute"));
+    m_mute->setToolTip(tr("What plays fades out; what is muted refuses to play."));
     connect(m_mute, &QCheckBox::toggled, this, &SoundPage::setMuted);
     layout->addWidget(m_mute, 1);
     auto *label = new QLabel(tr("fade &for"));
@@ -165,6 +170,7 @@ QWidget *SoundPage::makeLog()
     m_log->setMaximumBlockCount(1000);
     m_log->setLineWrapMode(QPlainTextEdit::NoWrap);
     m_log->setAccessibleName(tr("Calls"));
+    m_log->setPlaceholderText(tr("What is played, and what is called at the ends of plays and fades"));
     QFont small = font();
     small.setPointSizeF(small.pointSizeF() * 0.8);
     m_log->setFont(small);

@@ -61,11 +61,15 @@ void SoundPage::showLoaded()
 {
     m_progress->hide();
     m_cancel->hide();
-    QString text = tr("Sounds in %1: %2").arg(m_folder.section(u'/', -2)).arg(m_board->pads().size());
+    const QString folder = m_folder.section(u'/', -2);
+    const qsizetype count = m_board->pads().size();
+    QString text = count ? tr("Sounds in %1: %2").arg(folder).arg(count) : tr("No sounds in %1").arg(folder);
     if (m_skipped > 0)
         text += tr(", %1 other files skipped").arg(m_skipped);
     if (m_watcher.isCanceled())
         text += tr(", cancelled");
+    else if (m_watcher.progressValue() < m_watcher.progressMaximum())
+        text += tr(", the rest would not fit into memory");
     m_state->setText(text);
 }
 
@@ -113,7 +117,11 @@ void SoundPage::setCategories()
     showStates();
 }
 
-void SoundPage::setVolume(int percent) { m_depot->setVolumeForAllSound(float(percent) / 100); }
+void SoundPage::setVolume(int percent)
+{
+    m_depot->setVolumeForAllSound(float(percent) / 100);
+    m_volume->setToolTip(tr("%1 %").arg(percent));
+}
 
 void SoundPage::setMuted(bool muted)
 {

@@ -15,23 +15,45 @@
 #include <QtWidgets/QFormLayout>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QPushButton>
+#include <QtWidgets/QScrollArea>
 #include <QtWidgets/QSlider>
 #include <QtWidgets/QVBoxLayout>
 
 using namespace Qt::StringLiterals;
 using namespace dravelin;
 
-StackPage::StackPage() : m_layout(new QHBoxLayout(this))
+namespace {
+
+constexpr int margin = 24; // between the column and the ground's edge
+
+/// Nothing that is in it makes the window larger.
+QScrollArea *makeScrollArea()
+{
+    auto *scroll = new QScrollArea;
+    scroll->setWidgetResizable(true);
+    scroll->setFrameShape(QFrame::NoFrame);
+    scroll->setFocusPolicy(Qt::NoFocus);
+    return scroll;
+}
+
+} // namespace
+
+StackPage::StackPage() : m_scroll(makeScrollArea())
 {
     registerInterfaceClass<Block>(u"Block"_s);
-    m_layout->addWidget(makeControls());
+    auto *layout = new QHBoxLayout(this);
+    layout->addWidget(makeControls());
+    layout->addWidget(m_scroll, 1);
     m_frames = new QLabel;
     m_frames->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
     m_frames->setAlignment(Qt::AlignTop);
     m_frames->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     m_frames->setAccessibleName(tr("Frames"));
-    m_frames->setMinimumWidth(330);
-    m_layout->addWidget(m_frames);
+    m_frames->setMargin(6);
+    QScrollArea *frames = makeScrollArea();
+    frames->setWidget(m_frames);
+    frames->setMinimumWidth(240);
+    layout->addWidget(frames);
     load();
 }
 
@@ -100,9 +122,8 @@ QDoubleSpinBox *StackPage::makeSizeField()
 void StackPage::load()
 {
     std::unique_ptr<QWidget> ground = loadInterfaceFile(u":/stack/column.ui"_s);
-    delete m_ground;
     m_ground = ground.release();
-    m_layout->insertWidget(1, m_ground, 1);
+    m_scroll->setWidget(m_ground); // instead of the last one, which is deleted
     m_column = m_ground->findChild<VerticalStackView *>(u"column"_s);
     m_column->setBackgroundRole(QPalette::Dark);
     const QList<Block *> blocks = m_column->findChildren<Block *>();
@@ -133,6 +154,8 @@ void StackPage::addBlock()
     follow(block);
     arrange();
     block->setFocus();
+    m_scroll->widget()->resize(m_ground->minimumSize().expandedTo(m_ground->size()));
+    m_scroll->ensureWidgetVisible(block);
 }
 
 void StackPage::follow(Block *block)
@@ -180,6 +203,7 @@ void StackPage::arrange()
     if (!m_column->sizeToFit())
         setFrame(m_column, {frame(m_column).topLeft(), QSizeF(frame(m_column).width(), m_height->value())});
     m_column->arrangeViews();
+    m_ground->setMinimumSize(m_column->geometry().right() + margin, m_column->geometry().bottom() + margin);
     if (m_selected)
         select(m_selected);
     showProperties();

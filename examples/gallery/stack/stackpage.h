@@ -13,6 +13,7 @@ class QCheckBox;
 class QComboBox;
 class QDoubleSpinBox;
 class QLabel;
+class QScrollArea;
 class QSlider;
 
 /// A stack view from an interface file, whose properties and children can be changed. Here every change arranges it.
@@ -47,7 +48,7 @@ private:
     void showFrames();
     [[nodiscard]] QString framesText() const;
 
-    QBoxLayout *m_layout;
+    QScrollArea *m_scroll;
     QWidget *m_ground = nullptr; ///< what the interface file describes
     dravelin::VerticalStackView *m_column = nullptr;
     QPointer<Block> m_selected;

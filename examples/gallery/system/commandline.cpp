@@ -5,9 +5,12 @@
 
 #include <QtGui/QKeyEvent>
 
+using namespace Qt::StringLiterals;
+
 CommandLine::CommandLine()
 {
-    setPlaceholderText(tr("Command"));
+    setPlaceholderText(tr("A command of the shell, such as: ls -l"));
+    setText(u"for word in one two three; do echo $word; sleep 1; done; date >&2"_s);
     setAccessibleName(tr("Command"));
     setClearButtonEnabled(true);
 }

@@ -8,6 +8,7 @@
 
 #include <dravelin/files/systemservices.h>
 
+#include <QtGui/QShortcut>
 #include <QtWidgets/QDoubleSpinBox>
 #include <QtWidgets/QHBoxLayout>
 #include <QtWidgets/QLabel>
@@ -56,8 +57,11 @@ CommandPanel::CommandPanel()
     m_output->setPlaceholderText(tr("What the command prints appears here"));
     m_timer.setInterval(1000 / refreshes);
     connect(m_line, &QLineEdit::returnPressed, this, &CommandPanel::run);
+    connect(m_line, &QLineEdit::textChanged, this, &CommandPanel::enableButtons);
     connect(m_run, &QPushButton::clicked, this, &CommandPanel::run);
     connect(m_cancel, &QPushButton::clicked, &m_command, &ShellCommand::cancel);
+    auto *escape = new QShortcut(Qt::Key_Escape, this);
+    connect(escape, &QShortcut::activated, m_cancel, &QPushButton::click);
     connect(&m_timer, &QTimer::timeout, this, &CommandPanel::showTime);
     connect(&m_command, &ShellCommand::outputRead, m_output, &OutputView::addText);
     connect(&m_command, &ShellCommand::runningChanged, this, &CommandPanel::showRunning);
@@ -92,7 +96,10 @@ QWidget *CommandPanel::makeState()
     layout->setContentsMargins({});
     m_progress->setFixedWidth(120);
     m_progress->setTextVisible(false);
+    m_progress->setAccessibleName(tr("Time"));
     m_archive->setToolTip(tr("Archives the text and reads it back."));
+    m_cancel->setToolTip(tr("Escape does the same."));
+    m_output->setToolTip(tr("The last %L1 characters are kept.").arg(OutputView::Limit));
     connect(m_archive, &QPushButton::clicked, this, &CommandPanel::archive);
     layout->addWidget(m_progress);
     layout->addWidget(m_state, 1);
@@ -106,7 +113,7 @@ QString CommandPanel::status() const { return m_state->text(); }
 
 void CommandPanel::run()
 {
-    if (m_command.isRunning() || m_line->text().isEmpty())
+    if (!m_run->isEnabled())
         return;
     m_output->clearText();
     m_line->remember(m_line->text());
@@ -117,11 +124,18 @@ void CommandPanel::run()
         m_state->setText(tr("The command could not be started."));
 }
 
+void CommandPanel::enableButtons()
+{
+    if (m_cancel->hasFocus() && !m_command.isRunning())
+        m_line->setFocus();
+    m_run->setEnabled(!m_command.isRunning() && !m_line->text().trimmed().isEmpty());
+    m_cancel->setEnabled(m_command.isRunning());
+}
+
 void CommandPanel::showRunning()
 {
+    enableButtons();
     const bool runs = m_command.isRunning();
-    m_run->setEnabled(!runs);
-    m_cancel->setEnabled(runs);
     m_progress->setVisible(runs);
     m_progress->setMaximum(int(m_command.timeLimit() * 1000)); // 0: it shows that something goes on
     runs ? m_timer.start() : m_timer.stop();

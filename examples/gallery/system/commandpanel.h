@@ -38,6 +38,7 @@ private:
     QWidget *makeControls();
     QWidget *makeState();
     void run();
+    void enableButtons();
     void showRunning();
     void showTime();
     void showEnd(int exitStatus, int signal);

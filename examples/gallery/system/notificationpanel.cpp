@@ -101,6 +101,8 @@ void NotificationPanel::deliver()
     connect(notification, &UserNotification::closed, this, [=, this](UserNotification::CloseReason reason) {
         const char *name = QMetaEnum::fromType<UserNotification::CloseReason>().valueToKey(int(reason));
         note(number, tr("closed: %1").arg(QLatin1String(name)));
+        if (reason == UserNotification::CloseReason::NotShown)
+            note(number, tr("nothing on this desktop shows notifications"));
     });
     enableButtons();
 }

@@ -4,6 +4,7 @@
 #include "system/outputview.h"
 
 #include <QtCore/QTimerEvent>
+#include <QtGui/QTextBlock>
 #include <QtWidgets/QScrollBar>
 
 #include <utility>
@@ -13,6 +14,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int Delay = 50; // ms
+constexpr qsizetype LongestLine = 2000;
 
 } // namespace
 
@@ -26,20 +28,21 @@ OutputView::OutputView()
 
 void OutputView::addText(const QString &text)
 {
-    m_waiting += text;
-    if (m_waiting.size() > 2 * Limit) // not each time: it moves the rest
-        m_waiting = m_waiting.right(Limit);
+    for (QString *kept : {&m_text, &m_waiting}) {
+        *kept += text;
+        if (kept->size() > 2 * Limit) // not each time: it moves the rest
+            *kept = kept->right(Limit);
+    }
     if (!m_timer.isActive())
         m_timer.start(Delay, this);
 }
 
 void OutputView::clearText()
 {
+    m_text.clear();
     m_waiting.clear();
     clear();
 }
-
-QString OutputView::text() const { return (toPlainText() + m_waiting).right(Limit); }
 
 void OutputView::timerEvent(QTimerEvent *event)
 {
@@ -56,10 +59,25 @@ void OutputView::layOut()
     const bool isAtEnd = bar->value() == bar->maximum();
     QTextCursor cursor(document());
     cursor.movePosition(QTextCursor::End);
-    cursor.insertText(std::exchange(m_waiting, {}).right(Limit));
+    cursor.insertText(broken(std::exchange(m_waiting, {}).right(Limit)));
     dropBeginning();
     if (isAtEnd)
         bar->setValue(bar->maximum());
+}
+
+QString OutputView::broken(const QString &text) const
+{
+    QString lines;
+    qsizetype length = document()->lastBlock().length() - 1;
+    for (const QChar character : text) {
+        length = character == u'\n' ? 0 : length + 1;
+        if (length > LongestLine && !character.isLowSurrogate()) {
+            lines += u'\n';
+            length = 1;
+        }
+        lines += character;
+    }
+    return lines;
 }
 
 void OutputView::dropBeginning()

@@ -21,15 +21,18 @@ public:
     void clearText();
     /// Shows what has come so far at once, and not only in a moment.
     void layOut();
-    /// The text with what is still to be laid out.
-    [[nodiscard]] QString text() const;
+    /// The text as it came, with what is still to be laid out.
+    [[nodiscard]] QString text() const { return m_text.right(Limit); }
 
 protected:
     void timerEvent(QTimerEvent *event) override;
 
 private:
+    /// The text with line ends in what is too long to be laid out quickly, for the end of the document.
+    [[nodiscard]] QString broken(const QString &text) const;
     void dropBeginning();
 
+    QString m_text;
     QString m_waiting;
     QBasicTimer m_timer;
 };

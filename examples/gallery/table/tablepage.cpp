@@ -73,10 +73,15 @@ TablePage::TablePage()
     m_order = new QLabel;
     m_order->setWordWrap(true);
     layout->addWidget(m_order);
+    m_hint = new QLabel;
+    m_hint->setWordWrap(true);
+    layout->addWidget(m_hint);
     connect(&m_rows, &TableViewHandler::selectedRowsChanged, this, &TablePage::showState);
     connect(&m_rows, &TableViewHandler::dragCompleted, this, &TablePage::showState);
     connect(&m_rows, &TableViewHandler::rowsMoved, this, &TablePage::showState);
+    connect(m_reorders, &QCheckBox::toggled, this, &TablePage::showState);
     openFolder(u"/usr/share/backgrounds"_s);
+    m_reorders->setChecked(true);
 }
 
 QString TablePage::title() const { return tr("Table"); }
@@ -97,6 +102,8 @@ QWidget *TablePage::makeControls()
     layout->addStretch();
     layout->addWidget(m_up);
     layout->addWidget(m_down);
+    m_up->setToolTip(tr("Alt and the up key do the same."));
+    m_down->setToolTip(tr("Alt and the down key do the same."));
     connect(open, &QPushButton::clicked, this, &TablePage::chooseFolder);
     connect(m_reorders, &QCheckBox::toggled, &m_rows, &TableViewHandler::setReordersToDropRow);
     connect(m_many, &QCheckBox::toggled, this, &TablePage::showRows);
@@ -125,7 +132,7 @@ QWidget *TablePage::makeFolders()
 
 void TablePage::chooseFolder()
 {
-    const QString path = QFileDialog::getExistingDirectory(this, tr("Open a Folder of Photos"), QDir::homePath());
+    const QString path = QFileDialog::getExistingDirectory(this, tr("Open a Folder of Photos"), m_folder);
     if (!path.isEmpty())
         openFolder(path);
 }
@@ -133,6 +140,7 @@ void TablePage::chooseFolder()
 /// The outline begins two folders further out, so that there is something to open.
 void TablePage::openFolder(const QString &path)
 {
+    m_folder = path;
     *m_photos = photosIn(path);
     QDir root(path);
     root.cdUp();
@@ -162,9 +170,20 @@ void TablePage::showState()
                          .arg(PhotoCell::count())
                          .arg(rowsText(rows)));
     m_order->setText(order());
+    m_hint->setText(hint());
     m_up->setEnabled(!rows.isEmpty());
     m_down->setEnabled(!rows.isEmpty());
     m_reveal->setEnabled(!selectedPath().isEmpty());
+}
+
+QString TablePage::hint() const
+{
+    if (m_table->numberOfRows() == 0)
+        return tr("There are no photos in %1. Open another folder, or have a million rows.").arg(m_folder);
+    return m_reorders->isChecked()
+               ? tr("Drag the selected rows to where they shall be, or move them with Alt and the up and down keys.")
+               : tr("Drag rows that are selected here and there: wherever they are dropped, they come together at the "
+                    "first of them.");
 }
 
 QString TablePage::order() const
@@ -172,6 +191,8 @@ QString TablePage::order() const
     QStringList names;
     for (const QVariant &row : std::as_const(m_rows.tableData()).first(qMin(m_rows.tableData().size(), 12)))
         names << QFileInfo(row.toString()).completeBaseName().section(u"_by_"_s, 0, 0);
+    if (names.size() < m_rows.tableData().size())
+        names << u"…"_s;
     return tr("Order: %1").arg(names.join(u", "_s));
 }
 

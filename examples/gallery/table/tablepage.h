@@ -45,6 +45,7 @@ private:
     void openFolder(const QString &path);
     void showRows();
     void showState();
+    [[nodiscard]] QString hint() const;
     void revealInFolders();
     [[nodiscard]] QString selectedPath() const;
     [[nodiscard]] QString order() const;
@@ -55,6 +56,7 @@ private:
     std::shared_ptr<QVariantList> m_million;
     dravelin::OutlineView *m_folders;
     QFileSystemModel *m_files;
+    QString m_folder;
     QCheckBox *m_reorders = nullptr;
     QCheckBox *m_many = nullptr;
     QPushButton *m_up = nullptr;
@@ -62,4 +64,5 @@ private:
     QPushButton *m_reveal = nullptr;
     QLabel *m_state = nullptr;
     QLabel *m_order = nullptr;
+    QLabel *m_hint = nullptr;
 };

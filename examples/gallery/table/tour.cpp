@@ -33,6 +33,7 @@ public:
     void run()
     {
         drawPhotosIfNone();
+        m_tour.waitFor([] { return PhotoCell::awaited() == 0; }, u"the thumbnails of the photos"_s);
         m_before = *m_page.m_photos;
         note(u"as found"_s);
         gather();

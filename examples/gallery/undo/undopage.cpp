@@ -25,9 +25,9 @@ UndoPage::UndoPage() : m_canvas(new Canvas(m_undo))
     layout->addWidget(m_canvas, 1);
     m_state = new QLabel;
     layout->addWidget(m_state);
-    auto *hint =
-        new QLabel(tr("Drag the shapes. Whatever happens in one go, such as shaking all of them, is undone in one "
-                      "go."));
+    auto *hint = new QLabel(tr("Add shapes from the menu Edit or with Ctrl+Shift+A, and drag them. Whatever happens in "
+                               "one go, such as shaking all of them, is undone in one "
+                               "go."));
     hint->setWordWrap(true);
     layout->addWidget(hint);
     for (const auto changed : {&UndoManager::undoActionNameChanged, &UndoManager::redoActionNameChanged,
