@@ -188,7 +188,8 @@ TEST_F(SoundOutputTest, LeavesTheApplicationsContextAlone)
     alcSetThreadContext(context);
     play(sine(500, 0.05)).reset();
     EXPECT_EQ(alcGetThreadContext(), context);
-    finish();
+    output = nullptr;
+    SoundOutput::setCurrent(nullptr); // closes it
     EXPECT_EQ(alcGetThreadContext(), context);
     alcSetThreadContext(nullptr);
     alcDestroyContext(context);
