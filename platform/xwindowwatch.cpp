@@ -6,7 +6,6 @@
 #include <QtCore/QCoreApplication>
 #include <QtCore/QThread>
 
-#include <algorithm>
 #include <utility>
 
 namespace dravelin {
@@ -62,8 +61,10 @@ void XWindowWatch::add(const Cards &windows, const Cards &topLevel)
 {
     const std::set<xcb_window_t> onRoot(topLevel.begin(), topLevel.end());
     const auto isOnRoot = [&](xcb_window_t window) { return onRoot.count(window) > 0; };
-    for (const xcb_window_t window : windows)
-        listen(window, XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_PROPERTY_CHANGE);
+    for (const xcb_window_t window : windows) {
+        if (window != m_server.root()) // which hears more; anyone may write a list that has it
+            listen(window, XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_PROPERTY_CHANGE);
+    }
     for (Cards inner = windows; !inner.empty(); inner = parents(inner)) {
         std::erase_if(inner, isOnRoot);
         for (const xcb_window_t window : inner) {

@@ -18,28 +18,12 @@
 
 #include <algorithm>
 #include <array>
-#include <memory>
 #include <optional>
 
 using namespace dravelin;
 using namespace Qt::StringLiterals;
 
 namespace {
-
-/// An X server with two monitors and a window manager.
-struct RunningDesktop
-{
-    XServer server{u"1600x700"_s};
-    std::optional<WindowManager> manager;
-
-    RunningDesktop()
-    {
-        qputenv("DISPLAY", server.name());
-        for (const char *monitor : {"*left 1000/260x700/185+0+0 screen", "right 600/160x500/130+1000+200 none"})
-            QProcess::execute(u"xrandr"_s, QStringList(u"--setmonitor"_s) + QString::fromLatin1(monitor).split(u' '));
-        manager.emplace();
-    }
-};
 
 /// The strip that a panel keeps clear at the upper edge of the X server's area.
 void claimTop(const QWidget &panel, quint32 height)
@@ -134,9 +118,13 @@ TEST_F(DesktopTest, HasPanels)
 int main(int argc, char **argv)
 {
     testing::InitGoogleTest(&argc, argv);
-    std::unique_ptr<RunningDesktop> desktop;
+    std::optional<XServer> server;
+    std::optional<WindowManager> manager;
     if (arePrograms({u"Xvfb"_s, u"openbox"_s, u"xrandr"_s})) {
-        desktop = std::make_unique<RunningDesktop>();
+        qputenv("DISPLAY", server.emplace(u"1600x700"_s).name());
+        for (const char *monitor : {"*left 1000/260x700/185+0+0 screen", "right 600/160x500/130+1000+200 none"})
+            QProcess::execute(u"xrandr"_s, QStringList(u"--setmonitor"_s) + QString::fromLatin1(monitor).split(u' '));
+        manager.emplace();
         qputenv("QT_QPA_PLATFORM", "xcb");
         qputenv("DBUS_SESSION_BUS_ADDRESS", "disabled:"); // which the windows would tell about themselves
     }

@@ -56,10 +56,10 @@ public:
 protected:
     bool event(QEvent *event) override
     {
-        const Event input(event);
-        if (input.type() != Event::NoType && event->type() != QEvent::ShortcutOverride)
+        const Event input(event->type() == QEvent::ShortcutOverride ? nullptr : event);
+        if (input.type() != Event::NoType)
             events << input;
-        if (input.type() == Event::KeyDown && event->type() != QEvent::ShortcutOverride)
+        if (input.type() == Event::KeyDown)
             keys += input.characters();
         if (input.type() == Event::LeftMouseDown) // a double click's as well
             onPress();
