@@ -15,11 +15,6 @@ struct Ruler : Object
     void documentSaved(Notification *) {}
 };
 
-struct Window : Object
-{
-    void changed() {}
-};
-
 struct Saved
 {
     void documentSaved(Notification *) {}
@@ -48,7 +43,7 @@ void use(QObject *document, Ruler *ruler, ObserverProxy *observer, Saved *saved,
 #elif MUST_NOT_COMPILE == 2
     const KVOProxy wrong(document, "margin", ruler, &Ruler::documentSaved);
 #elif MUST_NOT_COMPILE == 3
-    const Action<QObject *> wrong(ruler, &Window::changed);
+    const Action<QObject *> wrong(ruler, &Settings::zoomChanged);
 #elif MUST_NOT_COMPILE == 4
     observer->addObserverForKey("documentSaved", &Saved::documentSaved); // no QObject can be a Saved
 #elif MUST_NOT_COMPILE == 5
