@@ -106,8 +106,7 @@ TEST(Base64Room, IsChecked)
 }
 
 /// Results so large that they go past the caches, by either way to do so.
-class Base64Large : public Base64Fast
-{};
+using Base64Large = Base64Fast;
 
 TEST_P(Base64Large, GoesPastTheCachesUnchanged)
 {
