@@ -106,7 +106,8 @@ TEST(Base64Room, IsChecked)
 }
 
 /// Results so large that they go past the caches, by either way to do so.
-using Base64Large = Base64Fast;
+class Base64Large : public Base64Fast
+{};
 
 TEST_P(Base64Large, GoesPastTheCachesUnchanged)
 {

@@ -1,8 +1,7 @@
 // SPDX-FileCopyrightText: Dravelin contributors
 // SPDX-License-Identifier: MIT
 
-// Notifications on a bus that the test starts: with a service of the test's own, and with none. The gallery's tour shows
-// them to a real daemon.
+// Notifications on a bus that the test starts: with a service of the test's own, with a real daemon, and with none.
 
 #include <dravelin/files/notifications.h>
 
@@ -353,6 +352,20 @@ TEST_F(NotificationsTest, AreSentBeforeTheApplicationEnds)
     EXPECT_EQ(showAndEnd(), "");
     ASSERT_EQ(service->calls.size(), 1);
     EXPECT_EQ(service->calls[0].title + service->calls[0].text, u"lastwords"_s);
+}
+
+TEST_F(NotificationsTest, AreShownByARealDaemon)
+{
+    service.reset();
+    if (!session->startDesktop())
+        GTEST_SKIP() << "there is no Xvfb or no dunst";
+    const auto notification = UserNotification::deliver({.title = u"Export"_s, .timeout = 0});
+    const Closings closings(notification);
+    ASSERT_TRUE(waitFor([&] { return !session->notificationArea().isNull(); }));
+    session->click(1);
+    EXPECT_TRUE(closings.become({Reason::Dismissed}));
+    const auto brief = UserNotification::deliver({.title = u"brief"_s, .timeout = 0.05});
+    EXPECT_TRUE(Closings(brief).become({Reason::Expired}));
 }
 
 #include "notifications_test.moc"

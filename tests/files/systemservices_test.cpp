@@ -71,6 +71,7 @@ TEST_F(ShellTest, ReturnsWhatCommandsWrite)
         CommandRow{"child left behind", u"(sleep 0.1; echo late) & echo early"_s, u"early\nlate\n"_s},
         CommandRow{"no UTF-8", uR"(printf 'a\377b')"_s, {}},
         CommandRow{"cut character", uR"(printf 'a\303')"_s, {}},
+        CommandRow{"surrogate", uR"(printf '\355\240\200')"_s, {}},
         CommandRow{"bad, then much", uR"(printf '\377'; head -c 300000 /dev/zero)"_s, {}},
     };
     for (const auto &[name, command, expected] : rows) {
@@ -183,15 +184,19 @@ TEST(VersionNumberTest, HasTheBuildNumberOnRequest)
     bundle.setObject({}, u"CFBundleVersion"_s);
 }
 
-TEST(CallActionTest, CallsMembersOfATargetIfThereIsOne)
+TEST(CallActionTest, NeedsATargetThatHasTheOperation)
 {
+    const LogRecorder log;
+    callAction(nullptr, "clear");
+    callAction(static_cast<QLabel *>(nullptr), &QLabel::clear);
+    callActionWithId(nullptr, "setText:", u""_s);
+    callActionWithId(static_cast<QLabel *>(nullptr), &QLabel::setText, u""_s);
+    EXPECT_TRUE(log.lines().isEmpty());
     QLabel label;
-    for (QLabel *target : {&label, static_cast<QLabel *>(nullptr)}) {
-        callActionWithId(target, &QLabel::setText, u"by member"_s);
-        EXPECT_EQ(label.text(), u"by member");
-        callAction(target, &QLabel::show);
-        EXPECT_TRUE(label.isVisible());
-    }
+    callActionWithId(&label, &QLabel::setText, u"by member"_s);
+    EXPECT_EQ(label.text(), u"by member");
+    callAction(&label, "absent");
+    EXPECT_EQ(log.lines(), QStringList(u"QLabel has no operation absent"_s));
 }
 
 TEST(ObjectDataTest, ComesBack)

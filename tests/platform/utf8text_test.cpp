@@ -11,7 +11,9 @@ using namespace dravelin;
 
 using Utf8Text = VectorTest;
 
-static void expectConvertedAsByQt(const QByteArray &bytes)
+namespace {
+
+void expectConvertedAsByQt(const QByteArray &bytes)
 {
     QStringDecoder decoder(QStringConverter::Utf8,
                            QStringConverter::Flag::Stateless | QStringConverter::Flag::ConvertInitialBom);
@@ -23,6 +25,8 @@ static void expectConvertedAsByQt(const QByteArray &bytes)
     ASSERT_EQ(units, decoder.hasError() ? -1 : expected.size()) << bytes.toHex().toStdString();
     ASSERT_TRUE(units < 0 || QStringView(text.data(), units) == expected) << bytes.toHex().toStdString();
 }
+
+} // namespace
 
 TEST_P(Utf8Text, IsConvertedAsByQtWhicheverByteIsAnother)
 {
